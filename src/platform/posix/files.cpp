@@ -1,0 +1,42 @@
+#include "platform/files.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/posix/native_path.h"
+
+namespace platform {
+
+bool CopyFileReplacing(const std::string& from, const std::string& to) {
+  std::error_code error;
+  return std::filesystem::copy_file(NativePath(from), NativePath(to),
+                                    std::filesystem::copy_options::overwrite_existing, error);
+}
+
+bool RemoveFile(const std::string& path) {
+  return unlink(NativePath(path).c_str()) == 0;
+}
+
+std::optional<std::uint32_t> QueryAttributes(const std::string& path) {
+  constexpr std::uint32_t kReadOnly = 0x1;
+  constexpr std::uint32_t kOrdinaryFile = 0x80;
+  const std::string native = NativePath(path);
+  struct stat status = {};
+  if (stat(native.c_str(), &status) != 0) {
+    return std::nullopt;
+  }
+  std::uint32_t attributes = S_ISDIR(status.st_mode) ? kFolderAttribute : kOrdinaryFile;
+  if (access(native.c_str(), W_OK) != 0) {
+    attributes |= kReadOnly;
+  }
+  return attributes;
+}
+
+void OpenForAppending(std::ofstream& stream, const std::string& path) {
+  stream.open(NativePath(path), std::ios::out | std::ios::app);
+}
+
+}  // namespace platform

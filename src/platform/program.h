@@ -1,0 +1,23 @@
+// What the running program is.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+// The folder of the running program's executable, without a separator at its end.
+std::string OwnProgramFolder();
+
+// The file name of an executable program with the given bare name on this system.
+std::string ExecutableFileName(const std::string& bareName);
+
+// A handle of the program's own module, never null while the program runs normally.
+const void* OwnModule();
+
+// The command line as the system handed it to the process.
+std::string RawCommandLine();
+
+// The log line that tells which build is running.
+const char* ApplicationLine();
+
+}  // namespace platform

@@ -1,0 +1,30 @@
+#include "platform/gdiplus.h"
+
+#include <windows.h>
+// gdiplus.h builds on both.
+#include <objidl.h>
+// The flat interface and the start-up call.
+#include <gdiplus.h>
+
+namespace platform {
+
+GdiplusSession::GdiplusSession() {
+  const Gdiplus::GdiplusStartupInput input;
+  ULONG_PTR token = 0;
+  if (Gdiplus::GdiplusStartup(&token, &input, nullptr) == Gdiplus::Ok) {
+    token_ = token;
+  }
+}
+
+GdiplusSession::~GdiplusSession() {
+  Stop();
+}
+
+void GdiplusSession::Stop() {
+  if (token_ != 0) {
+    Gdiplus::GdiplusShutdown(token_);
+    token_ = 0;
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,16 @@
+// Numbers read from text and written to it.
+#pragma once
+
+#include "mfc/cstring.h"
+
+// The whole number at the start of a text, read as leniently as the C library does: leading white
+// space, an optional sign, digits up to the first other character; 0 when there is no digit.
+// Numbers beyond 32 bits become the nearest 32-bit limit.
+int ReadInteger(const CString& text);
+
+// The floating-point number at the start of a text, read as leniently; 0 when there is none.
+// Numbers beyond the range of a float become infinite.
+float ReadFloat(const CString& text);
+
+// The decimal text of a number, without padding or leading zeros.
+CString IntToString(int number);

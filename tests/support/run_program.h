@@ -1,0 +1,19 @@
+// Running a program and catching what it prints.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct ProgramResult {
+  int exitStatus = -1;
+  std::string output;
+  std::string errors;
+};
+
+// Runs `program` with `arguments` in the folder `folder`, standard input at its end, and waits for
+// it. Line ends in the result are "\n". The program gets this process's environment.
+ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& arguments,
+                         const std::string& folder);
+
+// Sets an environment variable of this process, or removes it when `value` is null.
+void SetVariable(const std::string& name, const char* value);
