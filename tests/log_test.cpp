@@ -2,9 +2,12 @@
 
 #include <ctime>
 #include <regex>
+#include <sstream>
+#include <string>
 
 #include "log/diagnostic_log.h"
 #include "log/working_folders.h"
+#include "platform/files.h"
 #include "platform/folders.h"
 #include "tests/support/log_fixture.h"
 #include "tests/support/run_program.h"
@@ -35,6 +38,80 @@ TEST_F(LogFixture, LinesCarryTheLocalTimeAndFollowThoseOfEarlierRuns) {
   EXPECT_GE(std::mktime(&written), before);
   EXPECT_LE(std::mktime(&written), std::time(nullptr));
   EXPECT_FALSE(std::regex_search(text, std::regex(R"([\[:\- ]0\d)"))) << "no leading zeros";
+}
+
+TEST_F(LogFixture, LineIsLostWhenTheFolderIsMissingAndTheNextOneIsNot) {
+  InitLog(g_tempRoot + "\\later\\log.txt", true);
+  WriteLog("lost");
+  temp_.MakeFolder("later");
+  WriteLog("kept");
+  EXPECT_THAT(LogMessages(temp_.Read("later/log.txt")), ElementsAre("kept"));
+}
+
+TEST_F(LogFixture, PathWithoutFolderIsTakenFromTheCurrentOne) {
+  const std::string before = platform::CurrentFolder();
+  ASSERT_TRUE(platform::EnterFolder(temp_.Path()));
+  InitLog("here.txt", true);
+  WriteLog("line");
+  platform::EnterFolder(before);
+  EXPECT_THAT(LogMessages(temp_.Read("here.txt")), ElementsAre("line"));
+}
+
+TEST_F(LogFixture, InexactPathLiesInTheDatedFolderUnderTheTempRoot) {
+  SetVariable("TESSARA_TEMP_PATH", temp_.Path().c_str());
+  std::string expected;
+  CString dated;
+  // The second may pass between the calls.
+  do {
+    const std::time_t now = std::time(nullptr);
+    const std::tm t = *std::localtime(&now);
+    std::ostringstream name;
+    name << "Orbitane-" << t.tm_year + 1900 << '-' << t.tm_mon + 1 << '-' << t.tm_mday << '-'
+         << t.tm_hour << '-' << t.tm_min << '-' << t.tm_sec;
+    expected = name.str();
+    dated = GetDatedFolderName(temp_.Path());
+    InitLog("inexact.txt", false);
+  } while (GetDatedFolderName(temp_.Path()) != temp_ / expected);
+  EXPECT_EQ(dated, temp_ / expected);
+  WriteLog("lost, since the folder is not made by the log");
+  temp_.MakeFolder(expected);
+  WriteLog("line");
+  EXPECT_THAT(LogMessages(temp_.Read(expected + "/inexact.txt")), ElementsAre("line"));
+}
+
+TEST_F(LogFixture, TempRootComesFromTheFirstVariableThatIsSet) {
+  const std::string root = temp_.Path();
+  temp_.MakeFolder("special");
+  temp_.Write("special/Tessara");
+  temp_.MakeFolder("plain");
+  const struct {
+    const char *chosen, *temp, *tmp;
+    std::string expected;
+    const char* created;
+  } kCases[] = {
+      {"chosen", "plain", "tmp", "chosen", "chosen"},
+      {"missing\\chosen", "plain", "tmp", "missing\\chosen", nullptr},
+      {nullptr, "plain", "tmp", "plain\\Tessara", "plain/Tessara"},
+      {nullptr, "plain", "tmp", "plain\\Tessara", "plain/Tessara"},
+      {nullptr, "special", "tmp", "special", nullptr},
+      {nullptr, "missing", "tmp", "missing", nullptr},
+      {nullptr, nullptr, "tmp", "tmp", nullptr},
+  };
+  const std::string before = platform::CurrentFolder();
+  ASSERT_TRUE(platform::EnterFolder(root));
+  for (const auto& c : kCases) {
+    SetVariable("TESSARA_TEMP_PATH", c.chosen);
+    SetVariable("TEMP", c.temp);
+    SetVariable("TMP", c.tmp);
+    EXPECT_EQ(GetTempRootFolder(), c.expected);
+    if (c.created != nullptr) {
+      EXPECT_EQ(platform::QueryAttributes(c.created), platform::kFolderAttribute) << c.created;
+    }
+  }
+  SetVariable("TMP", nullptr);
+  SetVariable("TMPDIR", "plain");
+  EXPECT_EQ(GetTempRootFolder().Right(8), "\\Tessara");
+  platform::EnterFolder(before);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-std::vector<std::string> LogFixture::LogMessages(const std::string& log) {
+std::vector<std::string> LogMessages(const std::string& log) {
   std::vector<std::string> messages;
   std::istringstream lines(log);
   for (std::string line; std::getline(lines, line);) {

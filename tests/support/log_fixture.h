@@ -10,6 +10,9 @@
 #include "log/working_folders.h"
 #include "tests/support/temp_folder.h"
 
+// The messages of a log's text, without their time stamps.
+std::vector<std::string> LogMessages(const std::string& log);
+
 class LogFixture : public testing::Test {
  protected:
   LogFixture() {
@@ -19,8 +22,6 @@ class LogFixture : public testing::Test {
 
   // The messages logged so far, without their time stamps.
   std::vector<std::string> Log() const { return LogMessages(temp_.Read("log.txt")); }
-
-  static std::vector<std::string> LogMessages(const std::string& log);
 
   // The temp root.
   TempFolder temp_;

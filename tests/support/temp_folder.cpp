@@ -33,6 +33,12 @@ void TempFolder::MakeFolder(const std::string& name) const {
   fs::create_directory(fs::path(path_) / name);
 }
 
+void TempFolder::Clear() const {
+  for (const std::string& name : Names()) {
+    fs::remove_all(fs::path(path_) / name);
+  }
+}
+
 std::string TempFolder::Read(const std::string& name) const {
   std::ifstream file(fs::path(path_) / name, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};

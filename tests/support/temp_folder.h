@@ -21,6 +21,9 @@ class TempFolder {
   void WriteAll(const std::vector<std::string>& names) const;
   void MakeFolder(const std::string& name) const;
 
+  // Removes everything in the folder.
+  void Clear() const;
+
   // The content of a file with its line ends as "\n"; empty when it is missing.
   std::string Read(const std::string& name) const;
 

@@ -1,0 +1,131 @@
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "app/clean_trails.h"
+#include "app/command_line.h"
+#include "app/run_sequence.h"
+#include "app/validate.h"
+#include "frames/own_images.h"
+#include "movie/avi_creator.h"
+#include "platform/folders.h"
+#include "tests/support/log_fixture.h"
+#include "tests/support/run_program.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class AppTest : public LogFixture {
+ protected:
+  static void Parse(std::vector<std::string> arguments) {
+    std::vector<char*> vector;
+    for (std::string& argument : arguments) {
+      vector.push_back(argument.data());
+    }
+    g_aviCreator = k3dAviCreator();
+    g_ownImages = false;
+    EXPECT_TRUE(ParseCommandLineForAVI(static_cast<int>(vector.size()), vector.data()));
+  }
+};
+
+TEST_F(AppTest, OptionsAreReadAsTheyStand) {
+  const struct {
+    std::vector<std::string> options;
+    int rate;
+    float factor;
+    int width, height;
+    bool ownImages;
+  } kCases[] = {
+      {{}, 16, 1, 640, 480, false},
+      {{"-FR", "25", "-SF", "0.5", "-IMG_DIM", "800", "600"}, 25, 0.5, 800, 600, false},
+      {{"-fr", "10", "-FR", "30", "-sf", "2", "-img-dim", "1", "2"}, 30, 2, 1, 2, false},
+      {{"-S", "50", "-Fr", "9", "/FR", "9", "FR", "9"}, 16, 1, 640, 480, false},
+      {{"x-fr", "7", "-FRAMERATE"}, 7, 1, 640, 480, false},
+      {{"-FR-SF", "3"}, 3, 3, 640, 480, false},
+      {{"-FR", "-SF", "4"}, 0, 4, 640, 480, false},
+      {{"-FR", "-5", "-SF", "x"}, -5, 0, 640, 480, false},
+      {{"-FR", "99999999999"}, 2147483647, 1, 640, 480, false},
+      {{"-TESSARA_IMAGES", "1"}, 16, 1, 640, 480, true},
+      {{"-TESSARA_IMAGES", "1", "-TESSARA_IMAGES", "no"}, 16, 1, 640, 480, false},
+      {{"-FR", "20", "-FR"}, 20, 1, 640, 480, false},
+      {{"-IMG_DIM", "100"}, 16, 1, 100, 480, false},
+      {{"-IMG_DIM"}, 16, 1, 640, 480, false},
+  };
+  for (const auto& c : kCases) {
+    std::vector<std::string> arguments = {"program", "-FR", "-SF"};
+    arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+    Parse(arguments);
+    const std::string shown = testing::PrintToString(c.options);
+    EXPECT_EQ(g_aviCreator.m_sInputFolder, "-FR") << "the first two are always the paths";
+    EXPECT_EQ(g_aviCreator.m_sOutputFile, "-SF");
+    EXPECT_EQ(g_aviCreator.m_nFrameRate, c.rate) << shown;
+    EXPECT_EQ(g_aviCreator.m_fSizeFactor, c.factor) << shown;
+    EXPECT_EQ(g_aviCreator.m_nWidth, c.width) << shown;
+    EXPECT_EQ(g_aviCreator.m_nHeight, c.height) << shown;
+    EXPECT_EQ(g_ownImages, c.ownImages) << shown;
+  }
+  g_ownImages = false;
+  Parse({});
+  EXPECT_EQ(g_aviCreator.m_sInputFolder, "");
+}
+
+TEST_F(AppTest, ValidateChecksFoldersAndFormatAndStaysInItsFolder) {
+  const TempFolder frames;
+  frames.Write("file");
+  const std::string failed = "TessaraAnimationConsole::Validate:";
+  const std::string noInput = failed + "Couldn't find the Input directory";
+  const std::string noFormat = failed + "output format is not supported";
+  const std::string noOutput = failed + "Couldn't find the output directory";
+  const std::string passed = "TessaraAnimationConsole::Validate End";
+  const struct {
+    std::string input, output, lastLine;
+  } kCases[] = {
+      {frames.Path(), "OUT.AVI", passed},
+      {frames.Path(), "movie.Mp4", passed},
+      {frames.Path(), "a.swf", passed},
+      {frames.Path(), "missing/out.flv", passed},
+      {frames.Path(), "\\out.wmv", passed},
+      {frames.Path(), frames / "out.gif", passed},
+      {frames.Path(), frames / "missing\\out.gif", noOutput},
+      {frames.Path(), frames / "file\\out.gif", noOutput},
+      {frames.Path(), "movie.mov", noFormat},
+      {frames.Path(), "movie", noFormat},
+      {frames.Path(), "movie.avi.bak", noFormat},
+      {frames / "missing", "out.gif", noInput},
+      {frames / "file", "out.gif", noInput},
+      {std::string(5000, 'x'), "out.gif", noInput},
+      {"", "out.gif", noInput},
+  };
+  const std::string current = platform::CurrentFolder();
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Validate(c.input, c.output), c.lastLine == passed) << c.input << ' ' << c.output;
+    EXPECT_EQ(Log().back(), c.lastLine) << c.input << ' ' << c.output;
+    EXPECT_EQ(platform::CurrentFolder(), current);
+  }
+}
+
+TEST_F(AppTest, SweepDeletesMarkedImagesOnly) {
+  const TempFolder swept;
+  swept.WriteAll({"frame_qmbImg_001.JPG", "frame_QMBIMG_002.jpg", "a_console_qmbImgTemp_3.png",
+                  "qmbImg.txt", "notes_qmbImg", "plain.png"});
+  swept.MakeFolder("folder_qmbImg.png");
+  CleanTrails(swept.Path());
+  EXPECT_THAT(swept.Names(), ElementsAre("folder_qmbImg.png", "frame_QMBIMG_002.jpg",
+                                         "notes_qmbImg", "plain.png", "qmbImg.txt"));
+  CleanTrails(swept / "missing");
+  const std::string tag = "TessaraAnimationConsole::CleanTrails:";
+  EXPECT_THAT(Log(), ElementsAre(tag + "Start", tag + "End", tag + "Start"));
+}
+
+TEST_F(AppTest, RunEndsWhenTheFrameworkCannotStart) {
+  SetVariable("TESSARA_TEMP_PATH", temp_.Path().c_str());
+  testing::internal::CaptureStderr();
+  // There is no application object in the tests.
+  EXPECT_EQ(RunConsole(0, nullptr, nullptr), 1);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "Fatal Error: MFC initialization failed\n");
+  EXPECT_EQ(temp_.Read("TessaraMovieConsole_Log.txt"), "");
+}
+
+}  // namespace

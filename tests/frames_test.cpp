@@ -1,0 +1,202 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "frames/get_cae_data.h"
+#include "frames/own_images.h"
+#include "tests/support/literal_ordering.h"
+#include "tests/support/log_fixture.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::IsEmpty;
+using testing::UnorderedElementsAreArray;
+using Names = std::vector<std::string>;
+
+Names Texts(const CStringArray& array) {
+  return {array.begin(), array.end()};
+}
+
+class FramesTest : public LogFixture {
+ protected:
+  // Discovery on names that no folder needs to hold.
+  static k3dGetCAEData WithNames(const Names& names) {
+    k3dGetCAEData data;
+    data.m_sDirectoryName = "F";
+    for (const std::string& name : names) {
+      data.m_saFileNames.Add(name);
+    }
+    return data;
+  }
+
+  // The frame list of those names without its folder.
+  static Names Order(const Names& names) {
+    k3dGetCAEData data = WithNames(names);
+    data.GetCommonFileName();
+    data.GetCAEData();
+    Names frames;
+    for (const CString& path : data.m_saImageFiles) {
+      EXPECT_EQ(path.Left(2), "F\\");
+      frames.push_back(path.Mid(2));
+    }
+    return frames;
+  }
+
+  TempFolder folder_;
+};
+
+TEST_F(FramesTest, OrdersByNumber) {
+  const struct {
+    Names names, frames;
+  } kCases[] = {
+      {{"frame_1.png", "frame_10.png", "frame_11.png", "frame_12.png", "frame_2.png",
+        "frame_9.png"},
+       {"frame_1.png", "frame_2.png", "frame_9.png", "frame_10.png", "frame_11.png",
+        "frame_12.png"}},
+      {{"img_001.png", "img_002.png", "img_010.png", "img_011.png"},
+       {"img_001.png", "img_002.png", "img_010.png", "img_011.png"}},
+      {{"1.png", "2.png", "3.png"}, {"1.png", "2.png", "3.png"}},
+      {{"10.png", "11.png", "12.png"}, {"10.png", "11.png", "12.png"}},
+      {{"img1.png", "img10.bmp", "img2.jpg"}, {"img1.png", "img2.jpg", "img10.bmp"}},
+      {{"f01.png", "f1.png", "f2.png"}, {"f01.png", "f01.png", "f2.png"}},
+      {{"a_1.png", "a_2.png", "b_1.png", "b_2.png", "c_9.png"}, {"b_1.png", "b_2.png"}},
+      {{"shot_2_1.jpg", "shot_1_3.png", "shot_1_2.png", "shot_2_0.png"},
+       {"shot_1_2.jpg", "shot_1_3.jpg", "shot_2_0.jpg", "shot_2_1.jpg"}},
+      {{"shot_1_1.png", "shot_1_2.png", "Shot_1_3.png"}, {"shot_1_1.png", "shot_1_2.png"}},
+      {{"a1.png", "a2.png", "1x.png", "2x.png", "3x.png", "4x.png"},
+       {"1x.png", "2x.png", "3x.png", "4x.png"}},
+      {{"s99999999999.png", "s-99999999999.png", "s7.png"},
+       {"s-99999999999.png", "s7.png", "s99999999999.png"}},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Order(c.names), c.frames) << c.names.front();
+  }
+}
+
+TEST_F(FramesTest, NeedsACommonPart) {
+  k3dGetCAEData single = WithNames({"1.png", "2.png", "3.png"});
+  EXPECT_FALSE(single.GetCommonFileName());
+  k3dGetCAEData different = WithNames({"cat.png", "dog.png"});
+  EXPECT_FALSE(different.GetCommonFileName());
+  EXPECT_EQ(different.m_sCommonStr, "");
+  k3dGetCAEData emptyStem = WithNames({".png", "a1.png", "a2.png"});
+  EXPECT_TRUE(emptyStem.GetCommonFileName());
+  EXPECT_EQ(emptyStem.m_sCommonStr, "a");
+}
+
+// Pieces that provoke ties, duplicate numbers, signs, leading zeros, several underscores, sets that
+// mix one and two numbers, and the search from the rear.
+Names RandomNames(std::mt19937& random) {
+  static const Names kPieces = {"a", "b", "ab", "_", "_", "-", "+", " ",
+                                ".", "0", "1",  "1", "2", "3", "10"};
+  static const Names kTypes = {".png", ".png", ".jpg", ".p_1", ""};
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  const std::string shared = below(2) == 0 ? kPieces[below(4)] : "";
+  const std::size_t fixedShape = below(3);
+  Names names;
+  for (std::size_t i = 2 + below(7); i > 0; --i) {
+    std::string name = shared;
+    if (fixedShape == 0) {
+      name += "s" + kPieces[9 + below(6)] + "_" + kPieces[9 + below(6)];
+    } else {
+      for (std::size_t piece = below(5); piece > 0; --piece) {
+        name += kPieces[below(kPieces.size())];
+      }
+    }
+    name += below(6) == 0 ? "x" : "";
+    name += fixedShape == 1 ? kTypes[below(kTypes.size())] : ".png";
+    if (!name.empty() && std::find(names.begin(), names.end(), name) == names.end()) {
+      names.push_back(name);
+    }
+  }
+  return names;
+}
+
+TEST_F(FramesTest, AgreesWithTheLiteralRulesOnRandomNames) {
+  InitLog("missing folder\\log.txt", true);  // Thousands of logged lines would only cost time.
+  std::mt19937 random(20260224);
+  int fromRear = 0, failedSorts = 0, twoKeys = 0;
+  for (int round = 0; round < 4000; ++round) {
+    const Names names = RandomNames(random);
+    if (names.empty()) {
+      continue;
+    }
+    const LiteralResult expected = OrderLiterally(names);
+    k3dGetCAEData data = WithNames(names);
+    ASSERT_EQ(data.GetCommonFileName(), expected.frontCommonPart.has_value())
+        << testing::PrintToString(names);
+    ASSERT_EQ(data.m_sCommonStr.GetString(), expected.frontCommonPart.value_or(""))
+        << testing::PrintToString(names);
+    ASSERT_EQ(data.GetCAEData(), expected.frames.size() >= 2) << testing::PrintToString(names);
+    ASSERT_EQ(data.m_sCommonStr.GetString(), expected.commonPart) << testing::PrintToString(names);
+    Names frames;
+    for (const CString& path : data.m_saImageFiles) {
+      frames.push_back(path.Mid(2));
+    }
+    ASSERT_EQ(frames, expected.frames) << testing::PrintToString(names);
+    fromRear += expected.commonPart != expected.frontCommonPart.value_or("") ? 1 : 0;
+    failedSorts += expected.frames.empty() ? 1 : 0;
+    twoKeys += !frames.empty() && frames.front().find('_') != std::string::npos ? 1 : 0;
+  }
+  EXPECT_GT(fromRear, 100);
+  EXPECT_GT(failedSorts, 100);
+  EXPECT_GT(twoKeys, 100);
+}
+
+TEST_F(FramesTest, ScanTakesImagesByNameInListingOrder) {
+  folder_.WriteAll({"b.Jpeg", "a.PNG", "c.jpe", "d.webp", "e", "gif", "a2.tIf", "notes.txt"});
+  folder_.MakeFolder("a9.png");
+  k3dGetCAEData data;
+  data.m_sDirectoryName = folder_.Path();
+  EXPECT_TRUE(data.GetFilesFromDirectory());
+  // Whatever the system's order is, the log tells the names in it.
+  EXPECT_THAT(Texts(data.m_saFileNames),
+              UnorderedElementsAreArray({"a.PNG", "a2.tIf", "a9.png", "b.Jpeg", "gif"}));
+  const std::string tag = "TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():";
+  Names expected = {tag + "Start", tag + "m_sDirectoryName: " + folder_.Path()};
+  for (const CString& name : data.m_saFileNames) {
+    expected.push_back(tag + name.GetString());
+  }
+  const std::string common = "TessaraAnimationConsole::k3dGetCAEData::GetCommonFileName():";
+  for (const std::string& line : {tag + "No of Image Files:5", common + "Start",
+                                  common + "Common Str:a", common + "End", tag + "End"}) {
+    expected.push_back(line);
+  }
+  EXPECT_EQ(Log(), expected);
+}
+
+TEST_F(FramesTest, OwnImagesFlagTakesTheViewersNamesOnly) {
+  folder_.WriteAll({"s_qmbImgTemp_1.png", "s_qmbImgTemp_2.png", "shot1.png", "s_QMBIMGTEMP_1.png"});
+  g_ownImages = true;
+  k3dGetCAEData data;
+  data.m_sDirectoryName = folder_.Path();
+  EXPECT_TRUE(data.GetFilesFromDirectory());
+  g_ownImages = false;
+  EXPECT_THAT(Texts(data.m_saFileNames),
+              UnorderedElementsAreArray({"s_qmbImgTemp_1.png", "s_qmbImgTemp_2.png"}));
+}
+
+TEST_F(FramesTest, DeletesTheListedFilesAndNoOthers) {
+  folder_.WriteAll({"a1.png", "a2.png", "a3.png", "a1.txt"});
+  folder_.MakeFolder("a4.png");
+  k3dGetCAEData data;
+  const std::string tag = "TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles():";
+  data.DeleteImageFiles();
+  EXPECT_THAT(Log(),
+              ElementsAre(tag + "Start", tag + "no temp image files are created", tag + "End"));
+  for (const char* name : {"a1.png", "missing.png", "a4.png", "a2.png", "a2.png"}) {
+    data.m_saImageFiles.Add(folder_ / name);
+  }
+  data.DeleteImageFiles();
+  EXPECT_THAT(folder_.Names(), ElementsAre("a1.txt", "a3.png", "a4.png"));
+  EXPECT_EQ(data.m_saImageFiles.GetSize(), 5);
+  EXPECT_THAT(Log(), Contains(tag + " deleted 5 temp image files"));
+}
+
+}  // namespace

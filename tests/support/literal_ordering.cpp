@@ -1,0 +1,187 @@
+#include "tests/support/literal_ordering.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <stdexcept>
+#include <utility>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+std::string Left(const std::string& text, int count) {
+  return text.substr(0, static_cast<std::size_t>(std::max(count, 0)));
+}
+
+std::string Right(const std::string& text, int count) {
+  const int length = static_cast<int>(text.size());
+  return text.substr(static_cast<std::size_t>(length - std::clamp(count, 0, length)));
+}
+
+int StemLength(const std::string& name) {
+  const std::size_t dot = name.rfind('.');
+  const int typeWord = dot == std::string::npos ? 0 : static_cast<int>(name.size() - dot - 1);
+  return static_cast<int>(name.size()) - typeWord - 1;
+}
+
+std::pair<std::string, int> FrontSearch(const Names& names) {
+  std::string best;
+  int bestCount = 0;
+  for (const std::string& name : names) {
+    if (StemLength(name) == 0) {
+      continue;
+    }
+    for (int length = 1;; ++length) {
+      const std::string prefix = Left(name, length);
+      if (static_cast<int>(prefix.size()) == StemLength(name)) {
+        break;
+      }
+      int count = 0;
+      for (const std::string& other : names) {
+        count += Left(other, length) == prefix ? 1 : 0;
+      }
+      if (count >= bestCount) {
+        bestCount = count;
+        best = prefix;
+      }
+    }
+  }
+  return {best, bestCount};
+}
+
+std::string RearSearch(const Names& names) {
+  std::string best;
+  int bestCount = 0;
+  for (const std::string& name : names) {
+    const std::string stem = name.substr(0, name.rfind('.'));
+    for (int length = 1;; ++length) {
+      const std::string suffix = Right(stem, length);
+      if (suffix == stem) {
+        break;
+      }
+      int count = 0;
+      for (const std::string& other : names) {
+        count += Right(other.substr(0, other.rfind('.')), length) == suffix ? 1 : 0;
+      }
+      if (count >= bestCount) {
+        bestCount = count;
+        best = suffix;
+      }
+    }
+  }
+  return best;
+}
+
+struct TwoKeys {
+  std::vector<int> primary, secondary;
+  Names texts;
+
+  void SwapAll(std::size_t p, std::size_t q, bool primaryToo) {
+    if (primaryToo) {
+      std::swap(primary[p], primary[q]);
+    }
+    std::swap(secondary[p], secondary[q]);
+    std::swap(texts.at(p), texts.at(q));
+  }
+
+  void Sort() {
+    const std::size_t m = primary.size();
+    for (std::size_t p = 0; p + 1 < m; ++p) {
+      for (std::size_t q = p + 1; q < m; ++q) {
+        if (primary[p] > primary[q]) {
+          SwapAll(p, q, true);
+        }
+      }
+    }
+    std::vector<std::size_t> runs;
+    std::size_t run = 1;
+    for (std::size_t p = 1; p < m; ++p, ++run) {
+      if (primary[p] != primary[p - 1]) {
+        runs.push_back(run);
+        run = 0;
+      }
+    }
+    runs.push_back(run);
+    std::size_t g = 0, s = 0;
+    for (std::size_t p = 0; p + 1 < m; ++p) {
+      if (p > 0 && primary[p] != primary[p - 1]) {
+        ++g;
+        s = p;
+      }
+      for (std::size_t q = p + 1; q < s + runs[g]; ++q) {
+        if (secondary[p] > secondary[q]) {
+          SwapAll(p, q, false);
+        }
+      }
+    }
+  }
+};
+
+}  // namespace
+
+LiteralResult OrderLiterally(const Names& names) {
+  LiteralResult result;
+  const auto [front, holders] = FrontSearch(names);
+  if (holders >= 2) {
+    result.frontCommonPart = front;
+    result.commonPart = front;
+  }
+  std::string& common = result.commonPart;
+  bool fromRear = false;
+  Names selected;
+  for (const std::string& name : names) {
+    if (Left(name, static_cast<int>(common.size())) == common) {
+      selected.push_back(name);
+    }
+  }
+  if (selected.size() != names.size() && selected.size() < names.size() / 2) {
+    selected.clear();
+    common = RearSearch(names);
+    fromRear = true;
+    for (const std::string& name : names) {
+      const std::string stem = Left(name, StemLength(name));
+      if (Right(stem, static_cast<int>(common.size())) == common) {
+        selected.push_back(name);
+      }
+    }
+  }
+  TwoKeys keys;
+  for (const std::string& name : selected) {
+    const std::string stem = Left(name, StemLength(name));
+    const int length = StemLength(name) - static_cast<int>(common.size());
+    const std::string part = fromRear ? Left(stem, length) : Right(stem, length);
+    std::string head, tail;
+    bool underscore = false;
+    for (const char c : part) {
+      if (c == '_') {
+        underscore = true;
+      } else {
+        (underscore ? tail : head) += c;
+      }
+    }
+    keys.primary.push_back(std::atoi(head.c_str()));
+    keys.secondary.push_back(std::atoi(tail.c_str()));
+    if (underscore) {
+      keys.texts.push_back(part);
+    }
+  }
+  if (keys.texts.empty()) {
+    std::vector<int> sorted = keys.primary;
+    std::sort(sorted.begin(), sorted.end());
+    for (const int key : sorted) {
+      const auto first = std::find(keys.primary.begin(), keys.primary.end(), key);
+      result.frames.push_back(selected[static_cast<std::size_t>(first - keys.primary.begin())]);
+    }
+    return result;
+  }
+  try {
+    keys.Sort();
+  } catch (const std::out_of_range&) {
+    return result;
+  }
+  const std::string& firstName = names.front();
+  for (const std::string& text : keys.texts) {
+    result.frames.push_back(common + text + "." + firstName.substr(firstName.rfind('.') + 1));
+  }
+  return result;
+}

@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <string>
+
+#include "sysinfo/describe_system.h"
+#include "sysinfo/system_information.h"
+
+namespace {
+
+constexpr std::uint8_t kWorkstation = 1;
+constexpr std::uint8_t kServer = 3;
+constexpr std::uint16_t kX86 = 0, kArm = 5, kItanium = 6, kX64 = 9;
+
+TEST(SystemInformation, DescribesEveryVersionOfTheTable) {
+  const struct {
+    std::uint32_t major, minor;
+    std::uint8_t productType;
+    std::uint16_t suiteMask, architecture;
+    const wchar_t* text;
+  } kCases[] = {
+      {6, 0, kWorkstation, 0, kX86, L"Windows Vista  SP (build 7), 32-bit"},
+      {6, 0, kServer, 0, kX64, L"Windows Server 2008  SP (build 7), 64-bit"},
+      {6, 1, kWorkstation, 0, kX64, L"Windows 7  SP (build 7), 64-bit"},
+      {6, 1, kServer, 0, kItanium, L"Windows Server 2008 R2  SP (build 7)"},
+      {6, 2, kWorkstation, 0, kX64, L" SP (build 7), 64-bit"},
+      {10, 0, kWorkstation, 0, kArm, L" SP (build 7)"},
+      {5, 2, kServer, 0xA002, kX86,
+       L"Windows Storage Server 2003Enterprise Edition SP (build 7), 32-bit"},
+      {5, 2, kServer, 0x8000, kX86, L"Windows Home ServerStandard Edition SP (build 7), 32-bit"},
+      {5, 2, kWorkstation, 0x0080, kX64,
+       L"Windows XP Professional x64 Edition SP (build 7), 64-bit"},
+      {5, 2, kWorkstation, 0, kX86, L"Windows Server 2003,  SP (build 7), 32-bit"},
+      {5, 2, kServer, 0x0082, kItanium,
+       L"Windows Server 2003, Datacenter Edition for Itanium-based Systems SP (build 7)"},
+      {5, 2, kServer, 0x0002, kItanium,
+       L"Windows Server 2003, Enterprise Edition for Itanium-based Systems SP (build 7)"},
+      {5, 2, kServer, 0, kItanium, L"Windows Server 2003,  SP (build 7)"},
+      {5, 2, kServer, 0x0082, kX64,
+       L"Windows Server 2003, Datacenter x64 Edition SP (build 7), 64-bit"},
+      {5, 2, kServer, 0x0002, kX64,
+       L"Windows Server 2003, Enterprise x64 Edition SP (build 7), 64-bit"},
+      {5, 2, kServer, 0x0400, kX64,
+       L"Windows Server 2003, Standard x64 Edition SP (build 7), 64-bit"},
+      {5, 2, kServer, 0x4082, kX86,
+       L"Windows Server 2003, Compute Cluster Edition SP (build 7), 32-bit"},
+      {5, 2, kServer, 0x0082, kX86,
+       L"Windows Server 2003, Datacenter Edition SP (build 7), 32-bit"},
+      {5, 2, kServer, 0x0402, kX86,
+       L"Windows Server 2003, Enterprise Edition SP (build 7), 32-bit"},
+      {5, 2, kServer, 0x0400, kX86, L"Windows Server 2003, Web Edition SP (build 7), 32-bit"},
+      {5, 2, kServer, 0, kX86, L"Windows Server 2003, Standard Edition SP (build 7), 32-bit"},
+      {5, 1, kWorkstation, 0x0200, kX86, L"Windows XP Home Edition SP (build 7), 32-bit"},
+      {5, 1, kWorkstation, 0, kX86, L"Windows XP Professional SP (build 7), 32-bit"},
+      {5, 0, kWorkstation, 0x0080, kX86, L"Windows 2000 Professional SP (build 7), 32-bit"},
+      {5, 0, kServer, 0x0082, kX86, L"Windows 2000 Datacenter Server SP (build 7), 32-bit"},
+      {5, 0, kServer, 0x0002, kX86, L"Windows 2000 Advanced Server SP (build 7), 32-bit"},
+      {5, 0, kServer, 0, kX86, L"Windows 2000 Server SP (build 7), 32-bit"},
+  };
+  for (const auto& c : kCases) {
+    const platform::WindowsVersion version = {c.major,       c.minor,       7, 2, "SP", c.suiteMask,
+                                              c.productType, c.architecture};
+    EXPECT_EQ(DescribeSystem(version), std::wstring(L"Microsoft ") + c.text);
+  }
+  EXPECT_EQ(DescribeSystem(platform::WindowsVersion{6, 2, 9200, 2, "", 0, kWorkstation, kX64}),
+            L"Microsoft  (build 9200), 64-bit");
+  EXPECT_FALSE(DescribeSystem(platform::WindowsVersion{4, 10, 7, 2, "", 0, kWorkstation, kX86}));
+  EXPECT_FALSE(DescribeSystem(platform::WindowsVersion{6, 1, 7, 1, "", 0, kWorkstation, kX86}));
+}
+
+TEST(SystemInformation, VersionStringStaysInsideItsBuffer) {
+  wchar_t text[8] = L".......";
+  ASSERT_TRUE(GetVersionString(&text[0], 4));
+  EXPECT_EQ(text[3], L'\0');
+  EXPECT_EQ(text[4], L'.');
+  EXPECT_FALSE(GetVersionString(&text[0], 0));
+}
+
+TEST(SystemInformation, MemoryTextHoldsBothSizes) {
+  std::smatch sizes;
+  const std::string text = LogPeakMemoryUsage();
+  ASSERT_TRUE(
+      std::regex_match(text, sizes, std::regex("(\\d+) Kb\t\tPeak Memory Usage :(\\d+) Kb\t")));
+  EXPECT_GT(std::stoi(sizes[1]), 100);
+  EXPECT_GE(std::stoi(sizes[2]), std::stoi(sizes[1]));
+}
+
+}  // namespace

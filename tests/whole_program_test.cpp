@@ -1,0 +1,405 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "platform/program.h"
+#include "tests/support/program_fixture.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsSupersetOf;
+using Lines = std::vector<std::string>;
+
+constexpr char kSuccess[] = "\n\n Animation created successfully!!!\n\n";
+constexpr char kFailure[] = "\n\nFailed to create AVI\n\n";
+constexpr char kInvalid[] = "\n\nFailed to Create the animation file\n\n";
+constexpr char kParams[] = "TessaraAnimationConsole::k3dAviCreator::RunExternalApp():Params:";
+
+std::string Replaced(std::string text, const std::string& what, const std::string& with) {
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at)) {
+    text.replace(at, what.size(), with);
+    at += with.size();
+  }
+  return text;
+}
+
+// The lines that begin with `start`, without it.
+Lines Behind(const std::string& start, const Lines& lines) {
+  Lines found;
+  for (const std::string& line : lines) {
+    if (line.compare(0, start.size(), start) == 0) {
+      found.push_back(line.substr(start.size()));
+    }
+  }
+  return found;
+}
+
+class WholeProgramTest : public ProgramFixture {};
+
+TEST_F(WholeProgramTest, HelpAndTheShortestCalls) {
+  const struct {
+    Lines arguments;
+    std::string output;
+  } kCases[] = {
+      {{},
+       "\nUsage: Executable InputFolder  OutputFile \n\nHelp for Creating GIF file\nExecutable "
+       "/gif\n\nHelp for Creating AVI file\nExecutable /avi\n\n"},
+      {{"D:/gifs/run1", "out.mp4"},
+       "\nUsage:\nExecutable InputFolder OutputFile <-FR value> \nFR - Frame Rate\n\n"},
+      {{"/avi"},
+       "\nUsage:\nExecutable InputFolder OutputFile <-FR value> <-S value> \nFR - Frame Rate\n"
+       "S  - Size  value is percentage\n"},
+      {{"*.png"}, kSuccess},
+  };
+  output_.Write("a.png");
+  for (const auto& c : kCases) {
+    const ProgramResult result = Run(c.arguments);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output, c.output);
+    EXPECT_EQ(result.errors, "");
+  }
+  const Lines log = Log();
+  ASSERT_EQ(log.size(), 4U * 7U) << "nothing is logged beyond the frame of a run";
+  EXPECT_EQ(log[21], "TessaraAnimationConsole: Version: 2.0.224.208");
+  EXPECT_THAT(log[22], testing::AnyOf("TessaraAnimationConsole: Win64 Application",
+                                      "TessaraAnimationConsole: Linux64 Application"));
+  EXPECT_THAT(log[23], testing::StartsWith("TessaraAnimationConsole::Args-> "));
+  EXPECT_THAT(log[23], testing::EndsWith(" *.png "));
+  EXPECT_THAT(log[24], testing::StartsWith("TessaraAnimationConsole: OS Version: "));
+  EXPECT_EQ(log[25], "TessaraAnimationConsole::CleanTrails:Start");
+  EXPECT_EQ(log[26], "TessaraAnimationConsole::CleanTrails:End");
+  EXPECT_EQ(log[27], "TessaraAnimationConsole::End");
+}
+
+TEST_F(WholeProgramTest, LogTellsEveryStepInOrder) {
+  UseRecordingConverter();
+  frames_.WriteAll({"f1.tif", "f2.png"});
+  Run({frames_.Path(), "out.flv", "-TESSARA_IMAGES", "0"});
+  const std::string t = "TessaraAnimationConsole::";
+  const std::string scan = t + "k3dGetCAEData::GetFilesFromDirectory():";
+  const std::string common = t + "k3dGetCAEData::GetCommonFileName():";
+  const std::string order = t + "k3dGetCAEData::GetCAEData():";
+  const std::string remove = t + "k3dGetCAEData::DeleteImageFiles():";
+  const std::string creator = t + "k3dAviCreator::";
+  const std::string base = frames_ / "_console_qmbImgTemp_";
+  Lines log = Log();
+  ASSERT_GT(log.size(), 10U);
+  log.erase(log.begin(), log.begin() + 4);
+  EXPECT_EQ(log, Lines({
+                     t + "CreateMovie():Start",
+                     t + "CreateMovie():GdiplusStartup completed ",
+                     t + "Validate: Start",
+                     t + "Validate:CurrentDirectory:" + output_.Path(),
+                     t + "Validate:Input Folder:" + frames_.Path(),
+                     t + "Validate:Output File:out.flv",
+                     t + "Validate End",
+                     t + "CreateMovie():Output is AVI ",
+                     t + "ParseCommandLineForAVI:Start",
+                     t + "ParseCommandLineForAVI:End",
+                     t + "CreateMovie():Make Movie from External Images",
+                     creator + "CreateAVI():Start",
+                     creator + "GetTheImages():Start",
+                     scan + "Start",
+                     scan + "m_sDirectoryName: " + frames_.Path(),
+                     scan + "f1.tif",
+                     scan + "f2.png",
+                     scan + "No of Image Files:2",
+                     common + "Start",
+                     common + "Common Str:f",
+                     common + "End",
+                     scan + "End",
+                     order + "Start",
+                     order + "No of images in Movie:2",
+                     order + "End",
+                     creator + "GetTheImages():End",
+                     creator + "RenameTheImageFiles():Start",
+                     creator + "RenameTheImageFiles(): " + base + "1.tiff",
+                     creator + "RenameTheImageFiles(): " + base + "2.png",
+                     creator + "RenameTheImageFiles():End",
+                     remove + "Start",
+                     remove + " deleted 2 temp image files",
+                     remove + "End",
+                     creator + "GetTheInputFormatFor_ffmpeg():Start",
+                     creator + "GetTheInputFormatFor_ffmpeg():End",
+                     creator + "RunExternalApp():ConverterPath:" +
+                         home_ / platform::ExecutableFileName("ffmpeg"),
+                     creator + "RunExternalApp():Params: -r 16 -i \"" + base +
+                         "%1d.tiff\" -qscale 1 -filter:v \"setpts=1.000000*PTS\" \"out.flv\"",
+                     creator + "RunExternalApp():done",
+                     creator + "CreateAVI():deleted 2 temp image files (created for ffmpeg)",
+                     t + "CleanTrails:Start",
+                     t + "CleanTrails:End",
+                     creator + "CreateAVI():End",
+                     t + "CreateMovie():AVI is created",
+                     t + "CreateMovie():GdiplusShutdown completed",
+                     t + "CleanTrails:Start",
+                     t + "CleanTrails:End",
+                     t + "End",
+                 }));
+}
+
+// @I, @O and @P stand for the input pattern, the output file and the palette.
+TEST_F(WholeProgramTest, ConverterGetsTheFormatsParametersToTheLetter) {
+  UseRecordingConverter();
+  const struct {
+    std::string output;
+    Lines options, parameters;
+  } kCases[] = {
+      {"anim.GIF",
+       {"-SF", "2.5", "-FR", "7"},
+       {R"( -v warning -i "@I" -vf "fps=7,scale=-1:-1:flags=lanczos,palettegen" -y "@P" )",
+        R"( -v warning -i "@I" -i  "@P" -lavfi "setpts=2.500000*PTS,scale=-1:-1:flags=lanczos [x]; )"
+        R"([x][1:v] paletteuse" -y "@O" )"}},
+      {"movie.AVI",
+       {},
+       {R"( -framerate 16 -i "@I" -q:v 2  -c:v msmpeg4v3 -pix_fmt yuv420p "@O" )"}},
+      {"clip.mp4",
+       {"-IMG_DIM", "641", "-481", "-FR", "25"},
+       {R"( -framerate  25  -i  "@I"  -c:v libx264 -vf scale=642:-480 -pix_fmt yuv420p  "@O" )"}},
+      {"a.b.wmv", {"-SF", "3"}, {R"( -framerate 16 -i "@I" -qscale 1  -vcodec msmpeg4v3 "@O")"}},
+      {"clip.swf",
+       {"-FR", "-5"},
+       {R"( -r -5 -i "@I" -qscale 1 -filter:v "setpts=1.000000*PTS" "@O")"}},
+  };
+  const Lines copies = {"_console_qmbImgTemp_01.png", "_console_qmbImgTemp_02.jpg",
+                        "_console_qmbImgTemp_03.png", "_console_qmbImgTemp_10.png"};
+  Lines expected;
+  for (const auto& c : kCases) {
+    Lines names;
+    for (int k = 1; k <= 10; ++k) {
+      names.push_back("f" + std::to_string(k) + (k == 2 ? ".jpg" : ".png"));
+    }
+    frames_.WriteAll(names);
+    Lines arguments = {frames_.Path(), output_ / c.output};
+    arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+    EXPECT_EQ(Run(arguments).output, kSuccess);
+    EXPECT_TRUE(frames_.Names().empty());
+    for (std::string line : c.parameters) {
+      line = Replaced(line, "@I", frames_ / "_console_qmbImgTemp_%2d.png");
+      line = Replaced(line, "@O", output_ / c.output);
+      expected.push_back(Replaced(line, "@P", temp_ / "_bmq_palette_.png"));
+    }
+  }
+  EXPECT_EQ(Behind(kParams, Log()), expected);
+  const Lines record = Record();
+  EXPECT_THAT(Behind("file:", record), IsSupersetOf(copies));
+  EXPECT_EQ(Behind("file:", record).size(), 6U * 10U) << "the converter finds the copies alone";
+  const Lines lines = Behind("line:", record);
+  if (!lines.empty()) {
+    EXPECT_EQ(lines, expected);
+  } else {
+    // The second pass for the GIF, as a program with an argument vector gets it.
+    const std::string input = frames_.Path() + "/_console_qmbImgTemp_%2d.png";
+    const Lines words = Behind("argument:", record);
+    ASSERT_GT(words.size(), 21U);
+    EXPECT_EQ(
+        Lines(words.begin() + 9, words.begin() + 20),
+        Lines({"", "-v", "warning", "-i", input, "-i", temp_.Path() + "/_bmq_palette_.png",
+               "-lavfi", "setpts=2.500000*PTS,scale=-1:-1:flags=lanczos [x]; [x][1:v] paletteuse",
+               "-y", output_.Path() + "/anim.GIF"}));
+  }
+}
+
+TEST_F(WholeProgramTest, BadInputIsToldAndNothingIsDeleted) {
+  UseRecordingConverter();
+  output_.WriteAll({"a1.png", "a2.png", "file"});
+  for (const char* folder : {"empty", "single", "unrelated", "mixed"}) {
+    frames_.MakeFolder(folder);
+  }
+  frames_.WriteAll({"single/a1.png", "unrelated/cat.png", "unrelated/dog.png", "mixed/s20_1.png",
+                    "mixed/s3_1.png", "mixed/s9.png"});
+  const std::string scan = "TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():";
+  const std::string order = "TessaraAnimationConsole::k3dGetCAEData::GetCAEData():";
+  const struct {
+    std::string input, outputName, output, line;
+  } kCases[] = {
+      {frames_ / "missing", "o.gif",
+       std::string("\nError : Couldn't find the input directory !!!\n") + kInvalid,
+       "TessaraAnimationConsole::Validate:Couldn't find the Input directory"},
+      {output_ / "file", "o.gif",
+       std::string("\nError : Couldn't find the input directory !!!\n") + kInvalid,
+       "TessaraAnimationConsole::CreateMovie():Validation failed "},
+      {output_.Path(), "o.mov",
+       std::string("Error : The output format is not supported!!!\n") + kInvalid,
+       "TessaraAnimationConsole::Validate:output format is not supported"},
+      {output_.Path(), "missing\\o.gif",
+       std::string("\nError : Couldn't find the output directory !!!\n") + kInvalid,
+       "TessaraAnimationConsole::Validate:Couldn't find the output directory"},
+      {frames_ / "empty", "o.gif", kFailure, scan + "Input folder doesn't have image files"},
+      {frames_ / "single", "o.gif", kFailure,
+       scan + "Input folder doesn't have suffient image files to create movie"},
+      {frames_ / "unrelated", "o.gif", kFailure, scan + "GetCommonFileName failed"},
+      {frames_ / "mixed", "o.gif", kFailure,
+       order + "Input folder doesn't have suffient image files to create movie"},
+  };
+  for (const auto& c : kCases) {
+    const ProgramResult result = Run({c.input, c.outputName});
+    EXPECT_EQ(result.exitStatus, 0) << c.input;
+    EXPECT_EQ(result.output, c.output) << c.input;
+    EXPECT_THAT(Log(), Contains(c.line)) << c.input;
+    EXPECT_EQ(Log().back(), "TessaraAnimationConsole::End");
+  }
+  EXPECT_THAT(Log(), Contains(order + "No of images in Movie:0"));
+  EXPECT_TRUE(Record().empty()) << "the converter is not run";
+  EXPECT_EQ(output_.Names().size(), 3U);
+  EXPECT_EQ(frames_.Read("single/a1.png") + frames_.Read("mixed/s9.png"),
+            "single/a1.pngmixed/s9.png");
+}
+
+TEST_F(WholeProgramTest, ConverterFaults) {
+  const std::string tag = "TessaraAnimationConsole::k3dAviCreator::";
+  const auto run = [this](const Lines& names) {
+    frames_.WriteAll(names);
+    return Run({frames_.Path(), "out.mp4"}).output;
+  };
+  // Without a converter the copies are all that is left of the frames.
+  EXPECT_EQ(run({"a1.png", "a2.png"}), kFailure);
+  EXPECT_THAT(frames_.Names(),
+              ElementsAre("_console_qmbImgTemp_1.png", "_console_qmbImgTemp_2.png"));
+  EXPECT_THAT(Log(), Contains(tag + "GetExternalAppPath(): TESSARA_DIR is not set"));
+  // A second run then takes the copies for frames, copies them onto themselves and deletes them.
+  EXPECT_EQ(run({}), kFailure);
+  EXPECT_THAT(frames_.Names(), ElementsAre());
+  EXPECT_THAT(Log(), Contains(tag + "RenameTheImageFiles():CopyFile failed"));
+  SetVariable("TESSARA_DIR", temp_.Path().c_str());
+  EXPECT_EQ(run({"a1.png", "a2.png"}), kFailure);
+  EXPECT_THAT(Log(), Contains(tag + "GetExternalAppPath(): Required component is missing in "
+                                    "TESSARA_DIR!!!"));
+  frames_.Clear();
+
+  home_.MakeFolder(platform::ExecutableFileName("ffmpeg"));
+  EXPECT_EQ(run({"a1.png", "a2.png"}), kSuccess) << "found, although it cannot be started";
+  EXPECT_THAT(frames_.Names(), ElementsAre());
+  const Lines errors = Behind(tag + "RunExternalApp():CreateProcess failed ", Log());
+  ASSERT_EQ(errors.size(), 1U);
+  EXPECT_GT(std::atoi(errors[0].c_str()), 0);
+}
+
+TEST_F(WholeProgramTest, FailingConverterIsNotNoticed) {
+  UseRecordingConverter(3);
+  frames_.WriteAll({"a1.png", "a2.png", "other.txt"});
+  temp_.WriteAll({"left_qmbImgTemp_1.png", "other_1.png"});
+  EXPECT_EQ(Run({frames_.Path(), "out.mp4"}).output, kSuccess);
+  EXPECT_THAT(frames_.Names(), ElementsAre("other.txt"));
+  EXPECT_THAT(temp_.Names(), ElementsAre("TessaraMovieConsole_Log.txt", "other_1.png"));
+  EXPECT_TRUE(output_.Names().empty());
+}
+
+TEST_F(WholeProgramTest, FrameThatCannotBeCopiedLeavesAGap) {
+  UseRecordingConverter();
+  frames_.WriteAll({".png", "a1.png", "a3.png"});
+  frames_.MakeFolder("a2.png");
+  frames_.Write("a2.png/kept.png");
+  EXPECT_EQ(Run({frames_ / ".", "out.avi"}).output, kSuccess);
+  EXPECT_THAT(Behind("file:", Record()), ElementsAre(".png", "_console_qmbImgTemp_1.png",
+                                                     "_console_qmbImgTemp_3.png", "a2.png"));
+  EXPECT_THAT(frames_.Names(), ElementsAre(".png", "a2.png"));
+  EXPECT_EQ(frames_.Read("a2.png/kept.png"), "image");
+  EXPECT_THAT(Log(), Contains("TessaraAnimationConsole::k3dAviCreator::CreateAVI():deleted 2 temp "
+                              "image files (created for ffmpeg)"));
+}
+
+TEST_F(WholeProgramTest, LosesTheLogAndGoesOn) {
+  UseRecordingConverter();
+  SetVariable("TESSARA_TEMP_PATH", (temp_ / "missing\\root").c_str());
+  frames_.WriteAll({"a1.png", "a2.png"});
+  EXPECT_EQ(Run({frames_.Path(), "out.gif"}).output, kSuccess);
+  EXPECT_TRUE(temp_.Names().empty());
+  EXPECT_FALSE(Record().empty());
+}
+
+TEST_F(WholeProgramTest, ParametersAreCutAtTheLimit) {
+  UseRecordingConverter();
+  const auto parameters = [this](int length) {
+    frames_.WriteAll({"a1.png", "a2.png"});
+    const std::string front = " -framerate 16 -i \"" + frames_ / "_console_qmbImgTemp_%1d.png" +
+                              "\" -qscale 1  -vcodec msmpeg4v3 \"";
+    std::string name(static_cast<std::size_t>(length) - front.size() - 5, 'n');
+    Run({frames_.Path(), name + ".wmv"});
+    return front + name + ".wmv\"";
+  };
+  const std::string whole = parameters(1024);
+  const std::string cut = parameters(1100);
+  EXPECT_THAT(Behind(kParams, Log()), ElementsAre(whole, cut.substr(0, 1024)));
+  const Lines lines = Behind("line:", Record());
+  EXPECT_TRUE(lines.empty() || lines == Lines({whole, cut.substr(0, 1024)}));
+}
+
+TEST_F(WholeProgramTest, AwkwardNames) {
+  UseRecordingConverter();
+  const Lines starts = {"a b [c] (d) ", "50% %d ", "caf\xc3\xa9 ", "-fr ", "x=y&z;$HOME "};
+  for (const std::string& start : starts) {
+    frames_.WriteAll({start + "9.png", start + "10.png"});
+    EXPECT_EQ(Run({frames_.Path(), start + "out.gif"}).output, kSuccess) << start;
+    EXPECT_THAT(frames_.Names(), ElementsAre()) << start;
+    EXPECT_THAT(
+        Behind("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileName():Common Str:", Log()),
+        Contains(start));
+  }
+}
+
+// Grey pictures that get brighter with their number.
+void WriteGreyBitmap(const TempFolder& folder, const std::string& name, char grey) {
+  constexpr int kWidth = 64, kHeight = 48, kPixelBytes = kWidth * kHeight * 3;
+  std::string bitmap = "BM";
+  const auto put = [&bitmap](int value, int bytes) {
+    for (int k = 0; k < bytes; ++k) {
+      bitmap += static_cast<char>(value >> (8 * k) & 0xFF);
+    }
+  };
+  for (const int value : {54 + kPixelBytes, 0, 54, 40, kWidth, kHeight}) {
+    put(value, 4);
+  }
+  put(1, 2);
+  put(24, 2);
+  for (const int value : {0, kPixelBytes, 2835, 2835, 0, 0}) {
+    put(value, 4);
+  }
+  folder.Write(name, bitmap + std::string(kPixelBytes, grey));
+}
+
+TEST_F(WholeProgramTest, RealConverterMakesEveryFormat) {
+  UseRealConverter();
+  const std::string converter =
+      std::string(TESSARA_INSTALLATION) + "/TessaraPro64/" + platform::ExecutableFileName("ffmpeg");
+  for (const char* extension : {"gif", "mp4", "wmv", "flv", "avi", "swf"}) {
+    // Alphabetical order would begin with 10 and 1000.
+    const int kNumbers[] = {1, 2, 9, 10, 11, 1000};
+    for (int k = 0; k < 6; ++k) {
+      WriteGreyBitmap(frames_, "frame" + std::to_string(kNumbers[k]) + ".bmp",
+                      static_cast<char>(40 + 32 * k));
+    }
+    const std::string output = std::string("out put.") + extension;
+    EXPECT_EQ(Run({frames_.Path(), output_ / output, "-IMG_DIM", "63", "48"}).output, kSuccess);
+    EXPECT_TRUE(frames_.Names().empty()) << extension;
+    EXPECT_THAT(temp_.Names(), ElementsAre("TessaraMovieConsole_Log.txt"));
+    // One byte a frame.
+    const std::string greys = RunProgram(converter,
+                                         {"-v", "error", "-i", output, "-vf", "scale=1:1",
+                                          "-pix_fmt", "gray", "-f", "rawvideo", "-"},
+                                         output_.Path())
+                                  .output;
+    EXPECT_EQ(greys.size(), 6U) << extension;
+    EXPECT_TRUE(std::is_sorted(greys.begin(), greys.end(), [](char a, char b) {
+      return static_cast<unsigned char>(a) < static_cast<unsigned char>(b);
+    })) << extension;
+    EXPECT_NEAR(static_cast<unsigned char>(greys.front()), 40, 8) << extension;
+    EXPECT_NEAR(static_cast<unsigned char>(greys.back()), 200, 8) << extension;
+  }
+}
+
+TEST_F(WholeProgramTest, RealConverterReplacesAnExistingGif) {
+  UseRealConverter();
+  output_.Write("out.gif", "old");
+  WriteGreyBitmap(frames_, "f1.bmp", 90);
+  WriteGreyBitmap(frames_, "f2.bmp", 99);
+  EXPECT_EQ(Run({frames_.Path(), "out.gif"}).output, kSuccess);
+  EXPECT_EQ(output_.Read("out.gif").substr(0, 6), "GIF89a");
+}
+
+}  // namespace
