@@ -8,16 +8,16 @@ namespace {
 // A parameter string is the converter's whole command line; the blank in front ends the empty name
 // that the converter sees as its own. Blanks are kept exactly, doubled and trailing ones included.
 constexpr char kGifPaletteParameters[] =
-    " -v warning -i \"%s\" -vf \"fps=%s,scale=-1:-1:flags=lanczos,palettegen\" -y \"%s\" ";
+    R"( -v warning -i "%s" -vf "fps=%s,scale=-1:-1:flags=lanczos,palettegen" -y "%s" )";
 constexpr char kGifParameters[] =
-    " -v warning -i \"%s\" -i  \"%s\" -lavfi \"setpts=%f*PTS,scale=-1:-1:flags=lanczos [x]; "
-    "[x][1:v] paletteuse\" -y \"%s\" ";
+    R"( -v warning -i "%s" -i  "%s" -lavfi "setpts=%f*PTS,scale=-1:-1:flags=lanczos [x]; )"
+    R"([x][1:v] paletteuse" -y "%s" )";
 constexpr char kAviParameters[] =
-    " -framerate %s -i \"%s\" -q:v 2  -c:v msmpeg4v3 -pix_fmt yuv420p \"%s\" ";
+    R"( -framerate %s -i "%s" -q:v 2  -c:v msmpeg4v3 -pix_fmt yuv420p "%s" )";
 constexpr char kMp4Parameters[] =
-    " -framerate  %s  -i  \"%s\"  -c:v libx264 -vf %s -pix_fmt yuv420p  \"%s\" ";
-constexpr char kWmvParameters[] = " -framerate %s -i \"%s\" -qscale 1  -vcodec msmpeg4v3 \"%s\"";
-constexpr char kOtherParameters[] = " -r %s -i \"%s\" -qscale 1 -filter:v \"setpts=%f*PTS\" \"%s\"";
+    R"( -framerate  %s  -i  "%s"  -c:v libx264 -vf %s -pix_fmt yuv420p  "%s" )";
+constexpr char kWmvParameters[] = R"( -framerate %s -i "%s" -qscale 1  -vcodec msmpeg4v3 "%s")";
+constexpr char kOtherParameters[] = R"( -r %s -i "%s" -qscale 1 -filter:v "setpts=%f*PTS" "%s")";
 
 int RaisedToEven(int size) {
   return size % 2 != 0 ? size + 1 : size;

@@ -16,7 +16,7 @@ struct SearchCloser {
 
 std::optional<std::vector<std::string>> ListFolder(const std::string& folder) {
   WIN32_FIND_DATAA entry = {};
-  const HANDLE found = FindFirstFileA((folder + "\\*.*").c_str(), &entry);
+  HANDLE found = FindFirstFileA((folder + "\\*.*").c_str(), &entry);
   if (found == INVALID_HANDLE_VALUE) {
     return std::nullopt;
   }
