@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <numeric>
 #include <tuple>
 #include <utility>
 
@@ -38,15 +37,18 @@ bool ExchangeSort(Entries& entries, std::size_t first, std::size_t end, int TwoK
 }  // namespace
 
 std::vector<int> FirstIndexesInKeyOrder(const std::vector<int>& keys) {
-  std::vector<int> order(keys.size());
-  std::iota(order.begin(), order.end(), 0);
-  const auto keyOf = [&keys](int index) { return keys[static_cast<std::size_t>(index)]; };
-  std::stable_sort(order.begin(), order.end(),
-                   [&keyOf](int a, int b) { return keyOf(a) < keyOf(b); });
-  for (std::size_t k = 1; k < order.size(); ++k) {
-    if (keyOf(order[k]) == keyOf(order[k - 1])) {
-      order[k] = order[k - 1];
-    }
+  std::vector<std::pair<int, int>> keysWithIndexes;
+  keysWithIndexes.reserve(keys.size());
+  for (const int key : keys) {
+    keysWithIndexes.emplace_back(key, static_cast<int>(keysWithIndexes.size()));
+  }
+  std::sort(keysWithIndexes.begin(), keysWithIndexes.end());
+  std::vector<int> order;
+  order.reserve(keys.size());
+  for (std::size_t k = 0; k < keys.size(); ++k) {
+    const auto& [key, index] = keysWithIndexes[k];
+    const bool repeated = k > 0 && key == keysWithIndexes[k - 1].first;
+    order.push_back(repeated ? order.back() : index);
   }
   return order;
 }
