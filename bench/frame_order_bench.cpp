@@ -10,7 +10,9 @@
 
 namespace {
 
-CString FrameName(int number) { return "frame_" + std::to_string(number) + ".png"; }
+CString FrameName(int number) {
+  return "frame_" + std::to_string(number) + ".png";
+}
 
 CString PaddedName(int number) {
   CString name;

@@ -77,8 +77,9 @@ TEST_F(ErrorBoxTest, RunWaitsForTheBoxToBeClosed) {
   for (const auto& c : kCases) {
     frames_.Clear();
     frames_.WriteAll(c.names);
-    auto run = std::async(std::launch::async,
-                          [this] { return Run({frames_.Path(), "out.gif"}).output; });
+    auto run = std::async(std::launch::async, [this] {
+      return Run({frames_.Path(), "out.gif"}).output;
+    });
     EXPECT_EQ(run.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
     ExpectBox(ReadAndCloseBox("Tessara"), c.text);
     EXPECT_EQ(run.get(), "\n\nFailed to create AVI\n\n");
