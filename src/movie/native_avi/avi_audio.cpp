@@ -79,6 +79,25 @@ HRESULT MakeAudioStream(AviHandle& handle) {
   return Noted(handle, result);
 }
 
+// Writes whole samples at the end of the audio stream.
+HRESULT WriteSamples(AviHandle& handle, const void* samples, DWORD size) {
+  IAVIStream* const stream = handle.audioStream.get();
+  const DWORD count = size / handle.audioFormat.nBlockAlign;
+  const auto writeAt = [&](LONG position) {
+    return AVIStreamWrite(stream, position, static_cast<LONG>(count), const_cast<void*>(samples),
+                          static_cast<LONG>(size), 0, nullptr, nullptr);
+  };
+  HRESULT result = writeAt(static_cast<LONG>(handle.audioPosition));
+  if (result == AVIERR_UNSUPPORTED) {
+    // Some systems count the length of the stream in writes and accept no other position.
+    result = writeAt(AVIStreamEnd(stream));
+  }
+  if (result == AVIERR_OK) {
+    handle.audioPosition += count;
+  }
+  return Noted(handle, result);
+}
+
 // The whole content of a file, or the code that tells why there is none.
 HRESULT ReadWholeFile(const char* path, std::vector<BYTE>& content) {
   const HANDLE opened = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -136,21 +155,14 @@ HRESULT AddAudio(AviHandle* handle, const void* samples, DWORD size) {
   if (!IsUsable(handle->audioFormat)) {
     return AVIERR_BADFORMAT;
   }
-  const DWORD sampleSize = handle->audioFormat.nBlockAlign;
-  if (size % sampleSize != 0 || size > static_cast<DWORD>(std::numeric_limits<LONG>::max())) {
+  if (size % handle->audioFormat.nBlockAlign != 0 ||
+      size > static_cast<DWORD>(std::numeric_limits<LONG>::max())) {
     return AVIERR_BADPARAM;
   }
   if (const HRESULT result = MakeAudioStream(*handle); result != AVIERR_OK) {
     return result;
   }
-  const DWORD count = size / sampleSize;
-  const HRESULT result = AVIStreamWrite(
-      handle->audioStream.get(), static_cast<LONG>(handle->audioPosition), static_cast<LONG>(count),
-      const_cast<void*>(samples), static_cast<LONG>(size), 0, nullptr, nullptr);
-  if (result == AVIERR_OK) {
-    handle->audioPosition += count;
-  }
-  return Noted(*handle, result);
+  return WriteSamples(*handle, samples, size);
 }
 
 HRESULT AddWave(AviHandle* handle, const void* source, DWORD kind) {

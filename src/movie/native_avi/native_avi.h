@@ -92,8 +92,9 @@ HRESULT SetVideoCompression(AviHandle* handle, HBITMAP frame, const AVICOMPRESSO
 // call that failed.
 HRESULT AddVideoFrame(AviHandle* handle, HBITMAP frame);
 
-// Appends `size` bytes of samples in the handle's audio format. The system may refuse to add the
-// audio stream once a frame is written, so the first sound comes before the first frame.
+// Appends `size` bytes of samples in the handle's audio format. The system may refuse a new stream
+// once a sample is written, so in a file with sound and video SetVideoCompression (with "DIB " for
+// none) comes first, then the first sound, then the frames and all further sound.
 // Returns 0; AVIERR_BADHANDLE without a handle; AVIERR_BADFORMAT when the handle has no audio
 // format; AVIERR_BADPARAM without data, for a size that is not a whole number of samples and for
 // one of 2 GB or more; or the code of the AVIFile call that failed.
