@@ -21,8 +21,8 @@ class k3dAviCreator {
   bool CreateAVI();
 
   // Makes m_sOutputFile of the frame list as it stands (GetTheImages fills it) through Video for
-  // Windows, without a converter: GDI+, which the caller has started, loads the frames, and the user
-  // chooses the compressor in a dialog. Then deletes the frames, whether or not a file came of it.
+  // Windows, without a converter: GDI+, which the caller has started, loads the frames, and a
+  // dialog asks for the compressor. Then deletes the frames, whether or not a file came of it.
   // Returns true always; throws nothing. Exists on Windows only.
   bool CreateAVI_MS() const;
 

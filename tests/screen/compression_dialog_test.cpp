@@ -3,8 +3,7 @@
 
 #include <future>
 
-#include "tests/support/avi_reader.h"
-#include "tests/support/frame_images.h"
+#include "tests/support/avi_files.h"
 #include "tests/support/log_fixture.h"
 #include "tests/support/run_program.h"
 
@@ -16,7 +15,7 @@ using testing::IsEmpty;
 // Waits until the compression dialog shows and presses `button`. Returns whether it came.
 bool AnswerDialog(WORD button) {
   for (int attempt = 0; attempt < 600; ++attempt) {
-    const HWND dialog = FindWindowA("#32770", "Video Compression");
+    auto* const dialog = FindWindowA("#32770", "Video Compression");
     if (dialog != nullptr && IsWindowVisible(dialog) != 0) {
       return PostMessageA(dialog, WM_COMMAND, button, 0) != 0;
     }
@@ -33,8 +32,8 @@ TEST_F(CompressionDialogTest, OkWritesTheFramesAndCancelNone) {
   const std::string tag = "TessaraAnimationConsole::k3dAviCreator::CreateAVI_MS:";
   for (const WORD button : {WORD{IDOK}, WORD{IDCANCEL}}) {
     const TempFolder frames;
-    WriteFrameImage(frames / "f1.bmp", 8, 4, 1);
-    WriteFrameImage(frames / "f2.bmp", 8, 4, 2);
+    WriteBitmapFile(frames / "f1.bmp", 8, Pixels(32, 1));
+    WriteBitmapFile(frames / "f2.bmp", 8, Pixels(32, 2));
     auto run = std::async(std::launch::async, [&] {
       return RunProgram(TESSARA_NATIVE_AVI, {frames.Path(), output, "-FR", "20"}, temp_.Path());
     });
@@ -44,10 +43,10 @@ TEST_F(CompressionDialogTest, OkWritesTheFramesAndCancelNone) {
     // The dialog's first choice is no compression.
     std::string content;
     for (const AviStream& stream : ReadAvi(output)) {
-      EXPECT_EQ(stream.HeaderField(20), 50U);
-      content += stream.Content();
+      EXPECT_EQ(stream.header.substr(20, 4), LittleEndian(50, 4));
+      content += stream.content;
     }
-    EXPECT_EQ(content, button == IDOK ? FrameImagePixels(8, 4, 1) + FrameImagePixels(8, 4, 2) : "");
+    EXPECT_EQ(content, button == IDOK ? Pixels(32, 1) + Pixels(32, 2) : "");
     const auto log = LogMessages(temp_.Read("TessaraMovieConsole_Log.txt"));
     EXPECT_THAT(log, Contains(tag + "done").Times(button == IDOK ? 1 : 2));
     ASSERT_FALSE(log.empty());

@@ -100,8 +100,8 @@ HRESULT WriteSamples(AviHandle& handle, const void* samples, DWORD size) {
 
 // The whole content of a file, or the code that tells why there is none.
 HRESULT ReadWholeFile(const char* path, std::vector<BYTE>& content) {
-  const HANDLE opened = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  auto* const opened = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   if (opened == INVALID_HANDLE_VALUE) {
     return AVIERR_FILEOPEN;
   }

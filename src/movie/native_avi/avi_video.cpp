@@ -69,7 +69,7 @@ std::vector<BYTE> VideoFormat(HBITMAP frame, const DIBSECTION& dib) {
   std::copy(bytes, bytes + sizeof(header), format.begin());
   if (header.biClrUsed != 0) {
     const std::unique_ptr<HDC, DeviceContextDeleter> context(CreateCompatibleDC(nullptr));
-    const HGDIOBJ previous = SelectObject(context.get(), frame);
+    auto* const previous = SelectObject(context.get(), frame);
     auto* const colours = reinterpret_cast<RGBQUAD*>(&format[sizeof(header)]);
     GetDIBColorTable(context.get(), 0, header.biClrUsed, colours);
     SelectObject(context.get(), previous);
