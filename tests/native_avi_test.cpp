@@ -265,7 +265,7 @@ TEST_F(NativeAviTest, ACompressorGetsFullFramesOnly) {
   const auto streams = ReadAvi(output_);
   ASSERT_THAT(streams, SizeIs(1));
   EXPECT_THAT(streams[0].chunks, SizeIs(2));
-  EXPECT_EQ(streams[0].format.substr(16, 4), LittleEndian(BI_RLE8, 4));
+  EXPECT_EQ(streams[0].format.substr(16, 4), LittleEndian(1, 4)) << "run-length coded";
 }
 
 TEST_F(NativeAviTest, AFileThatCannotBeWrittenGivesNoHandle) {
