@@ -20,6 +20,12 @@ class k3dAviCreator {
   // the frames then live on as their copies alone.
   bool CreateAVI();
 
+  // Makes m_sOutputFile of the frame list as it stands (GetTheImages fills it) through Video for
+  // Windows, without a converter: GDI+, which the caller has started, loads the frames, and a
+  // dialog asks for the compressor. Then deletes the frames, whether or not a file came of it.
+  // Returns true always; throws nothing. Exists on Windows only.
+  bool CreateAVI_MS() const;
+
   // Fills the frame list from m_sInputFolder. Returns false when that gives no list of frames.
   bool GetTheImages();
 

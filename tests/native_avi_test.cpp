@@ -1,0 +1,359 @@
+#include "movie/native_avi/native_avi.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <fstream>
+#include <tuple>
+
+#include "movie/avi_creator.h"
+#include "movie/native_avi/frame_bitmap.h"
+#include "platform/files.h"
+#include "platform/gdiplus.h"
+#include "tests/support/avi_files.h"
+#include "tests/support/log_fixture.h"
+#include "tests/support/run_program.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr AVICOMPRESSOPTIONS kUncompressed = CompressorOptions(mmioFOURCC('D', 'I', 'B', ' '));
+
+constexpr HRESULT Code(unsigned code) {
+  return static_cast<HRESULT>(code);
+}
+
+struct ColourInfo {
+  BITMAPINFOHEADER header = {};
+  std::array<RGBQUAD, 256> colours = {};
+};
+
+ColourInfo Info(int width, int height, int bits) {
+  ColourInfo info;
+  info.header.biSize = sizeof(info.header);
+  info.header.biWidth = width;
+  info.header.biHeight = height;
+  info.header.biPlanes = 1;
+  info.header.biBitCount = static_cast<WORD>(bits);
+  info.header.biClrUsed = bits == 8 ? 256 : 0;
+  info.header.biSizeImage =
+      static_cast<DWORD>(width * bits + 31) / 32 * 4 * static_cast<DWORD>(height);
+  for (std::size_t index = 0; index < info.colours.size(); ++index) {
+    info.colours[index].rgbRed = static_cast<BYTE>(255 - index);
+  }
+  return info;
+}
+
+// A DIB section whose image, all padding included, is Bytes(its size, seed).
+OwnedBitmap MakeFrame(int width, int height, int bits, int seed) {
+  const ColourInfo info = Info(width, height, bits);
+  void* pixels = nullptr;
+  OwnedBitmap frame(CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&info),
+                                     DIB_RGB_COLORS, &pixels, nullptr, 0));
+  Bytes(info.header.biSizeImage, seed).copy(static_cast<char*>(pixels), std::string::npos);
+  return frame;
+}
+
+HRESULT Set(AviHandle* avi, HBITMAP frame) {
+  return SetVideoCompression(avi, frame, &kUncompressed, false, nullptr);
+}
+
+WAVEFORMATEX Pcm(int channels, int bits) {
+  WAVEFORMATEX format = {};
+  format.wFormatTag = WAVE_FORMAT_PCM;
+  format.nChannels = static_cast<WORD>(channels);
+  format.nSamplesPerSec = 8000;
+  format.wBitsPerSample = static_cast<WORD>(bits);
+  format.nBlockAlign = static_cast<WORD>(channels * bits / 8);
+  format.nAvgBytesPerSec = 8000U * format.nBlockAlign;
+  return format;
+}
+
+std::string WaveImage(const WAVEFORMATEX& format, const std::string& samples) {
+  const auto size = static_cast<DWORD>(samples.size());
+  return "RIFF" + LittleEndian(size + 36, 4) + "WAVEfmt " + LittleEndian(16, 4) +
+         std::string(reinterpret_cast<const char*>(&format), 16) + "data" + LittleEndian(size, 4) +
+         samples;
+}
+
+class NativeAviTest : public LogFixture {
+ protected:
+  const platform::GdiplusSession gdiplus_;
+  const std::string output_ = temp_ / "out.avi";
+};
+
+TEST_F(NativeAviTest, EveryResultCodeHasItsText) {
+  const std::vector<std::pair<unsigned, std::string>> texts = {
+      {0, "Success"},
+      {0x80044065, "AVIERR_UNSUPPORTED: compression is not supported for this type of data"},
+      {0x80040154, "REGDB_E_CLASSNOTREG: file type not recognised"},
+      {0x80044066, "AVIERR_BADFORMAT: corrupt file or unrecognized format"},
+      {0x80044067, "AVIERR_MEMORY: insufficient memory"},
+      {0x80044068, "AVIERR_INTERNAL: internal error"},
+      {0x80044069, "AVIERR_BADFLAGS"},
+      {0x8004406A, "AVIERR_BADPARAM"},
+      {0x8004406B, "AVIERR_BADSIZE"},
+      {0x8004406C, "AVIERR_BADHANDLE"},
+      {0x8004406D, "AVIERR_FILEREAD: disk error while reading file"},
+      {0x8004406E, "AVIERR_FILEWRITE: disk error while writing file"},
+      {0x8004406F, "AVIERR_FILEOPEN: disk error while opening file"},
+      {0x80044070, "AVIERR_COMPRESSOR"},
+      {0x80044071, "AVIERR_NOCOMPRESSOR: a suitable compressor could not be found"},
+      {0x80044072, "AVIERR_READONLY: file is read-only"},
+      {0x80044073, "AVIERR_READONLY"},
+      {0x80044074, "AVIERR_BUFFERTOOSMALL"},
+      {0x80044075, "AVIERR_CANTCOMPRESS"},
+      {0x800440C6, "AVIERR_USERABORT"},
+      {0x800440C7, "AVIERR_ERROR"},
+      {1, "unknown avi result code"},
+      {0x80044076, "unknown avi result code"},
+  };
+  for (const auto& [code, text] : texts) {
+    for (const std::size_t size :
+         {std::size_t{0}, std::size_t{1}, std::size_t{5}, text.size(), text.size() + 1}) {
+      std::string buffer(100, '#');
+      EXPECT_EQ(AviResultText(Code(code), buffer.data(), size), text.size());
+      const std::string copied = size == 0 ? "" : text.substr(0, size - 1) + '\0';
+      EXPECT_EQ(buffer, copied + std::string(100 - copied.size(), '#')) << text << " in " << size;
+    }
+    EXPECT_EQ(AviResultText(Code(code), nullptr, 9), text.size());
+  }
+}
+
+TEST_F(NativeAviTest, FramesKeepTheirBytesAndTheHeaderTellsSizeAndRate) {
+  for (const int bits : {8, 24, 32}) {
+    auto avi = CreateAviFile(output_, 62, nullptr);
+    EXPECT_EQ(AddVideoFrame(avi.get(), MakeFrame(5, 3, bits, 1).get()), 0);
+    EXPECT_EQ(AddVideoFrame(avi.get(), MakeFrame(5, 3, bits, 2).get()), 0);
+    // A frame of another size goes into an uncompressed stream as it is.
+    EXPECT_EQ(AddVideoFrame(avi.get(), MakeFrame(2, 2, bits, 3).get()), 0);
+    EXPECT_EQ(CloseAviFile(std::move(avi)), 0);
+
+    const auto streams = ReadAvi(output_);
+    ASSERT_THAT(streams, SizeIs(1));
+    const ColourInfo info = Info(5, 3, bits);
+    const DWORD size = info.header.biSizeImage;
+    EXPECT_EQ(streams[0].header,
+              "vids" + std::string(16, '\0') + LittleEndian(62, 4) + LittleEndian(1000, 4) +
+                  LittleEndian(0, 4) + LittleEndian(3, 4) + LittleEndian(size, 4) +
+                  std::string(12, '\0') + LittleEndian(5, 2) + LittleEndian(3, 2));
+    EXPECT_EQ(streams[0].format,
+              std::string(reinterpret_cast<const char*>(&info), bits == 8 ? 40 + 1024 : 40));
+    EXPECT_THAT(streams[0].chunks, ElementsAre(Bytes(size, 1), Bytes(size, 2),
+                                               Bytes(Info(2, 2, bits).header.biSizeImage, 3)));
+  }
+}
+
+TEST_F(NativeAviTest, SoundStandsBesideTheFrames) {
+  const std::string path = temp_ / "sound.wav";
+  for (const WAVEFORMATEX& format : {Pcm(1, 8), Pcm(2, 8), Pcm(1, 16), Pcm(2, 16)}) {
+    const DWORD align = format.nBlockAlign;
+    const DWORD size = 100 * align;
+    const std::string wave = WaveImage(format, Bytes(size, 2));
+    std::ofstream(path, std::ios::binary) << wave << "LIST";
+    // The format is the caller's, here with an extra size that means nothing, or the first wave's.
+    WAVEFORMATEX given = format;
+    given.cbSize = format.nChannels == 1 ? 3 : 0;
+    auto avi = CreateAviFile(output_, 40, format.nChannels == 1 ? &given : nullptr);
+    const auto frame = MakeFrame(4, 4, 24, 5);
+    EXPECT_EQ(Set(avi.get(), frame.get()), 0);
+    EXPECT_EQ(AddWave(avi.get(), wave.data(), 4), 0);
+    EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), 0);
+    EXPECT_EQ(AddWave(avi.get(), path.data(), 0x20000), 0);
+    EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), 0);
+    EXPECT_EQ(AddAudio(avi.get(), Bytes(size, 3).data(), size), 0);
+    EXPECT_EQ(CloseAviFile(std::move(avi)), 0);
+
+    const auto streams = ReadAvi(output_);
+    ASSERT_THAT(streams, SizeIs(2));
+    EXPECT_THAT(streams[0].chunks, ElementsAre(Bytes(48, 5), Bytes(48, 5)));
+    const AviStream& audio = streams[1];
+    EXPECT_EQ(audio.header.substr(0, 4), "auds");
+    EXPECT_EQ(audio.header.substr(20, 8), LittleEndian(align, 4) + LittleEndian(8000 * align, 4));
+    EXPECT_EQ(audio.header.substr(40, 8), "\xFF\xFF\xFF\xFF" + LittleEndian(align, 4));
+    EXPECT_EQ(audio.format, wave.substr(20, 16) + LittleEndian(given.cbSize, 2));
+    EXPECT_EQ(audio.content, Bytes(size, 2) + Bytes(size, 2) + Bytes(size, 3));
+  }
+}
+
+TEST_F(NativeAviTest, BadArgumentsGiveTheirCodesAndLeaveTheHandleUsable) {
+  const WAVEFORMATEX stereo = Pcm(2, 16);
+  const std::string wave = WaveImage(stereo, Bytes(8, 0));
+  const auto changed = [&](std::size_t offset, char value) {
+    std::string image = wave;
+    image[offset] = value;
+    return image;
+  };
+  const OwnedBitmap noDib(CreateBitmap(4, 4, 1, 32, nullptr));
+  const auto frame = MakeFrame(4, 4, 24, 1);
+  temp_.Write("short.wav", wave.substr(0, 43));
+  const std::string missing = temp_ / "missing.wav";
+  const std::string cut = temp_ / "short.wav";
+  auto owned = CreateAviFile(output_, 40, &stereo);
+  AviHandle* const avi = owned.get();
+  const std::vector<std::tuple<const char*, HRESULT, unsigned>> results = {
+      {"set: no handle", Set(nullptr, nullptr), 0x8004406C},
+      {"set: no bitmap", Set(avi, nullptr), 0x8004406A},
+      {"set: no DIB section", Set(avi, noDib.get()), 0x8004406A},
+      {"frame: no handle", AddVideoFrame(nullptr, nullptr), 0x8004406C},
+      {"frame: no bitmap", AddVideoFrame(avi, nullptr), 0x8004406A},
+      {"frame: no DIB section", AddVideoFrame(avi, noDib.get()), 0x8004406A},
+      {"audio: no handle", AddAudio(nullptr, nullptr, 4), 0x8004406C},
+      {"audio: no data", AddAudio(avi, nullptr, 4), 0x8004406A},
+      {"audio: empty", AddAudio(avi, wave.data(), 0), 0x8004406A},
+      {"audio: no whole samples", AddAudio(avi, wave.data(), 6), 0x8004406A},
+      {"audio: too much", AddAudio(avi, wave.data(), 0x80000000), 0x8004406A},
+      {"audio: no format",
+       AddAudio(CreateAviFile(temp_ / "silent.avi", 40, nullptr).get(), wave.data(), 4),
+       0x80044066},
+      {"wave: no handle", AddWave(nullptr, nullptr, 4), 0x8004406C},
+      {"wave: no source", AddWave(avi, nullptr, 4), 0x8004406A},
+      {"wave: unknown kind", AddWave(avi, wave.data(), 1), 0x80044069},
+      {"wave: missing file", AddWave(avi, missing.data(), 0x20000), 0x8004406F},
+      {"wave: cut file", AddWave(avi, cut.data(), 0x20000), 0x80044066},
+      {"wave: no RIFF", AddWave(avi, changed(0, 'r').data(), 4), 0x80044066},
+      {"wave: other header", AddWave(avi, changed(16, 18).data(), 4), 0x80044066},
+      {"wave: missing data", AddWave(avi, changed(40, 9).data(), 4), 0x80044066},
+      {"wave: no whole samples", AddWave(avi, changed(40, 6).data(), 4), 0x8004406A},
+      {"wave: other format", AddWave(avi, WaveImage(Pcm(1, 16), Bytes(8, 0)).data(), 4),
+       0x80044066},
+      {"close: no handle", CloseAviFile(nullptr), 0x8004406C},
+      {"set", Set(avi, frame.get()), 0},
+      {"set again", Set(avi, frame.get()), 0x80044070},
+      {"wave", AddWave(avi, wave.data(), 4), 0},
+      {"frame", AddVideoFrame(avi, frame.get()), 0},
+      {"close", CloseAviFile(std::move(owned)), 0},
+  };
+  for (const auto& [what, result, code] : results) {
+    EXPECT_EQ(result, Code(code)) << what;
+  }
+  for (const char* const name : {"out.avi", "silent.avi", "short.wav"}) {
+    EXPECT_TRUE(platform::RemoveFile(temp_ / name)) << name << " is still open";
+  }
+}
+
+TEST_F(NativeAviTest, NothingIsWrittenAfterAFailedCall) {
+  const WAVEFORMATEX mono = Pcm(1, 8);
+  const auto frame = MakeFrame(4, 4, 24, 1);
+  // No stream has a period of 0.
+  auto avi = CreateAviFile(output_, 0, &mono);
+  const HRESULT failure = AddVideoFrame(avi.get(), frame.get());
+  EXPECT_LT(failure, 0);
+  EXPECT_NE(failure, Code(0x800440C7)) << "the code of the call itself";
+  EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), Code(0x800440C7));
+  EXPECT_EQ(AddVideoFrame(avi.get(), nullptr), Code(0x8004406A)) << "the bitmap comes first";
+  EXPECT_EQ(SetVideoCompression(avi.get(), frame.get(), nullptr, false, nullptr), Code(0x800440C7));
+  EXPECT_EQ(AddAudio(avi.get(), "1234", 4), Code(0x800440C7));
+  EXPECT_EQ(AddWave(avi.get(), WaveImage(mono, "1234").data(), 4), Code(0x800440C7));
+  EXPECT_EQ(CloseAviFile(std::move(avi)), 0);
+  EXPECT_THAT(ReadAvi(output_), IsEmpty());
+  EXPECT_TRUE(platform::RemoveFile(output_));
+}
+
+TEST_F(NativeAviTest, ACompressorGetsFullFramesOnly) {
+  auto avi = CreateAviFile(output_, 40, nullptr);
+  const AVICOMPRESSOPTIONS runLength = CompressorOptions(mmioFOURCC('M', 'R', 'L', 'E'));
+  const auto frame = MakeFrame(16, 16, 8, 1);
+  EXPECT_EQ(SetVideoCompression(avi.get(), frame.get(), &runLength, false, nullptr), 0);
+  EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), 0);
+  EXPECT_EQ(AddVideoFrame(avi.get(), MakeFrame(16, 15, 8, 1).get()), Code(0x8004406B));
+  EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), 0);
+  EXPECT_EQ(CloseAviFile(std::move(avi)), 0);
+  const auto streams = ReadAvi(output_);
+  ASSERT_THAT(streams, SizeIs(1));
+  EXPECT_THAT(streams[0].chunks, SizeIs(2));
+  EXPECT_EQ(streams[0].format.substr(16, 4), LittleEndian(1, 4)) << "run-length coded";
+}
+
+TEST_F(NativeAviTest, AFileThatCannotBeWrittenGivesNoHandle) {
+  auto* const open =
+      CreateFileA(output_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  for (const std::string& path : {output_, temp_.Path(), temp_ / "missing\\out.avi"}) {
+    EXPECT_EQ(CreateAviFile(path, 40, nullptr), nullptr) << path;
+  }
+  CloseHandle(open);
+  EXPECT_NE(CreateAviFile(output_, 40, nullptr), nullptr);
+}
+
+struct CreatorRun {
+  int frameRate;
+  std::string output;
+  // In the output; 0 for none.
+  DWORD scale;
+};
+
+TEST_F(NativeAviTest, TheCreatorWritesAllFramesThatLoadAndDeletesAll) {
+  const std::string tag = "TessaraAnimationConsole::k3dAviCreator::CreateAVI_MS:";
+  const std::string deletion = "TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles():";
+  const std::vector<CreatorRun> runs = {
+      {16, output_, 62},
+      {1000, output_, 1},
+      {1, output_, 1000},
+      {0, output_, 62},
+      {-5, output_, 62},
+      {1001, output_, 0},
+      {16, temp_ / "missing\\out.avi", 0},
+  };
+  for (const CreatorRun& run : runs) {
+    k3dAviCreator creator;
+    creator.m_nFrameRate = run.frameRate;
+    creator.m_sOutputFile = run.output;
+    // The first frame does not load, so nothing asks for a compressor.
+    temp_.Write("bad.bmp", "no image");
+    WriteBitmapFile(temp_ / "a.bmp", 6, Pixels(24, 1));
+    WriteBitmapFile(temp_ / "b.bmp", 6, Pixels(24, 2));
+    for (const char* const name : {"bad.bmp", "a.bmp", "missing.bmp", "b.bmp"}) {
+      creator.m_caeData.m_saImageFiles.Add(temp_ / name);
+    }
+    temp_.Write("log.txt", "");
+    EXPECT_TRUE(creator.CreateAVI_MS());
+    EXPECT_THAT(Log(), ElementsAre(tag + "Start", tag + "done", deletion + "Start",
+                                   deletion + " deleted 4 temp image files", deletion + "End",
+                                   tag + "End"));
+    platform::RemoveFile(temp_ / "log.txt");
+    const auto streams = ReadAvi(run.output);
+    EXPECT_THAT(streams, SizeIs(run.scale == 0 ? 0 : 1));
+    for (const AviStream& video : streams) {
+      EXPECT_EQ(video.header.substr(20, 8), LittleEndian(run.scale, 4) + LittleEndian(1000, 4));
+      EXPECT_THAT(video.chunks, ElementsAre(Pixels(24, 1), Pixels(24, 2)));
+    }
+    platform::RemoveFile(run.output);
+    EXPECT_THAT(temp_.Names(), IsEmpty());
+  }
+}
+
+TEST_F(NativeAviTest, TheExampleWritesUncompressedFramesAndTellsByItsExitStatus) {
+  SetVariable("TESSARA_TEMP_PATH", temp_.Path().c_str());
+  const TempFolder frames;
+  const std::string& in = frames.Path();
+  const std::string bad = temp_ / "missing\\out.avi";
+  const std::vector<std::pair<std::vector<std::string>, DWORD>> runs = {
+      {{in, output_, "--uncompressed"}, 62},
+      {{"--uncompressed", in, output_, "-FR", "25"}, 40},
+      {{in, output_, "-FR", "--uncompressed", "25"}, 40},
+      {{in, output_, "--uncompressed", "-FR", "1001"}, 0},
+      {{in, bad, "--uncompressed"}, 0},
+      {{in, bad}, 0},
+      {{temp_.Path(), output_, "--uncompressed"}, 0},
+      {{in, "--uncompressed"}, 0},
+  };
+  for (const auto& [arguments, scale] : runs) {
+    WriteBitmapFile(frames / "f1.bmp", 6, Pixels(24, 1));
+    WriteBitmapFile(frames / "f2.bmp", 6, Pixels(24, 2));
+    const ProgramResult result = RunProgram(TESSARA_NATIVE_AVI, arguments, temp_.Path());
+    EXPECT_EQ(result.exitStatus, scale != 0 ? 0 : 1) << result.output;
+    EXPECT_THAT(frames.Names(), SizeIs(scale != 0 ? 0 : 2)) << "only frames in the file may go";
+    const auto streams = ReadAvi(output_);
+    EXPECT_THAT(streams, SizeIs(scale != 0 ? 1 : 0));
+    for (const AviStream& video : streams) {
+      EXPECT_EQ(video.header.substr(20, 4), LittleEndian(scale, 4));
+      EXPECT_THAT(video.chunks, ElementsAre(Pixels(24, 1), Pixels(24, 2)));
+    }
+    platform::RemoveFile(output_);
+  }
+}
+
+}  // namespace
