@@ -147,9 +147,7 @@ std::optional<Wave> ReadWave(std::span<const BYTE> image) {
 }  // namespace
 
 HRESULT AddAudio(AviHandle* handle, const void* samples, DWORD size) {
-  // Writing no samples at all leaves some systems with a broken stream.
-  if (const HRESULT result = CheckAudioCall(handle, size == 0 ? nullptr : samples);
-      result != AVIERR_OK) {
+  if (const HRESULT result = CheckAudioCall(handle, samples); result != AVIERR_OK) {
     return result;
   }
   if (!IsUsable(handle->audioFormat)) {
@@ -158,6 +156,10 @@ HRESULT AddAudio(AviHandle* handle, const void* samples, DWORD size) {
   if (size % handle->audioFormat.nBlockAlign != 0 ||
       size > static_cast<DWORD>(std::numeric_limits<LONG>::max())) {
     return AVIERR_BADPARAM;
+  }
+  if (size == 0) {
+    // Writing no samples at all leaves some systems with a broken stream.
+    return AVIERR_OK;
   }
   if (const HRESULT result = MakeAudioStream(*handle); result != AVIERR_OK) {
     return result;

@@ -92,12 +92,12 @@ HRESULT SetVideoCompression(AviHandle* handle, HBITMAP frame, const AVICOMPRESSO
 // call that failed.
 HRESULT AddVideoFrame(AviHandle* handle, HBITMAP frame);
 
-// Appends `size` bytes of samples in the handle's audio format. The system may refuse a new stream
-// once a sample is written, so in a file with sound and video SetVideoCompression (with "DIB " for
-// none) comes first, then the first sound, then the frames and all further sound.
-// Returns 0; AVIERR_BADHANDLE without a handle; AVIERR_BADFORMAT when the handle has no audio
-// format; AVIERR_BADPARAM without data, for a size that is not a whole number of samples and for
-// one of 2 GB or more; or the code of the AVIFile call that failed.
+// Appends `size` bytes of samples in the handle's audio format; nothing for a size of 0. The system
+// may refuse a new stream once a sample is written, so in a file with sound and video
+// SetVideoCompression (with "DIB " for none) comes first, then the first sound, then the frames and
+// all further sound. Returns 0; AVIERR_BADHANDLE without a handle; AVIERR_BADFORMAT when the handle
+// has no audio format; AVIERR_BADPARAM without data, for a size that is not a whole number of
+// samples and for one of 2 GB or more; or the code of the AVIFile call that failed.
 HRESULT AddAudio(AviHandle* handle, const void* samples, DWORD size);
 
 // Appends the sound of a wave image with the plain header of 44 bytes. With the kind SND_MEMORY
