@@ -10,7 +10,7 @@
 #include "movie/native_avi/frame_bitmap.h"
 #include "platform/files.h"
 #include "platform/gdiplus.h"
-#include "tests/support/avi_files.h"
+#include "tests/support/image_files.h"
 #include "tests/support/log_fixture.h"
 #include "tests/support/run_program.h"
 

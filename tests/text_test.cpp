@@ -3,9 +3,7 @@
 #include <limits>
 #include <string>
 
-#include "mfc/arrays.h"
 #include "mfc/win_app.h"
-#include "text/file_name.h"
 #include "text/number.h"
 
 namespace {
@@ -33,25 +31,6 @@ TEST(Text, NumbersAreReadLeniently) {
   EXPECT_EQ(ReadFloat("junk"), 0.0F);
   EXPECT_EQ(ReadFloat("1e39"), std::numeric_limits<float>::infinity());
   EXPECT_EQ(ReadFloat("-1e400"), -std::numeric_limits<float>::infinity());
-}
-
-TEST(Text, PathsComeApartAtTheLastMark) {
-  EXPECT_EQ(GetFileExtension("C:\\a.b\\frame.1.PNG"), "PNG");
-  EXPECT_EQ(GetFileExtension("png"), "png");
-  EXPECT_EQ(GetFileExtension("name."), "");
-  EXPECT_EQ(CutBeforeLast("a\\b\\c", '\\'), "a\\b");
-  EXPECT_EQ(GetBareName("a\\b.c"), "b.c");
-  EXPECT_EQ(CString("abc").Right(5), "abc");
-  EXPECT_EQ(CString("abc").Right(-1), "");
-  EXPECT_EQ(CString("abc").Left(-1), "");
-}
-
-TEST(Framework, ArraysRefuseABadIndex) {
-  CStringArray array;
-  array.Add("only");
-  EXPECT_EQ(array.GetAt(0), "only");
-  EXPECT_THROW(array.GetAt(1), CInvalidArgException);
-  EXPECT_THROW(array.GetAt(-1), CInvalidArgException);
 }
 
 TEST(Framework, StartsWithAnApplicationObjectAndAModuleOnly) {

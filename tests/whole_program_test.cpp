@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/program.h"
+#include "tests/support/image_files.h"
 #include "tests/support/program_fixture.h"
 
 namespace {
@@ -343,24 +344,12 @@ TEST_F(WholeProgramTest, AwkwardNames) {
   }
 }
 
-// Grey pictures that get brighter with their number.
 void WriteGreyBitmap(const TempFolder& folder, const std::string& name, char grey) {
-  constexpr int kWidth = 64, kHeight = 48, kPixelBytes = kWidth * kHeight * 3;
-  std::string bitmap = "BM";
-  const auto put = [&bitmap](int value, int bytes) {
-    for (int k = 0; k < bytes; ++k) {
-      bitmap += static_cast<char>(value >> (8 * k) & 0xFF);
-    }
-  };
-  for (const int value : {54 + kPixelBytes, 0, 54, 40, kWidth, kHeight}) {
-    put(value, 4);
+  std::string pixels;
+  while (pixels.size() < 64 * 48 * 4) {
+    pixels += {grey, grey, grey, '\xFF'};
   }
-  put(1, 2);
-  put(24, 2);
-  for (const int value : {0, kPixelBytes, 2835, 2835, 0, 0}) {
-    put(value, 4);
-  }
-  folder.Write(name, bitmap + std::string(kPixelBytes, grey));
+  WriteBitmapFile(folder.Path() + "/" + name, 64, pixels);
 }
 
 TEST_F(WholeProgramTest, RealConverterMakesEveryFormat) {

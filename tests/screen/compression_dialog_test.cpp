@@ -3,7 +3,7 @@
 
 #include <future>
 
-#include "tests/support/avi_files.h"
+#include "tests/support/image_files.h"
 #include "tests/support/log_fixture.h"
 #include "tests/support/run_program.h"
 

@@ -24,52 +24,43 @@ int StemLength(const std::string& name) {
   return static_cast<int>(name.size()) - typeWord - 1;
 }
 
-std::pair<std::string, int> FrontSearch(const Names& names) {
+// The piece of the candidates' texts, cut to a growing length by `piece`, that most texts have.
+template <typename Cut>
+std::pair<std::string, int> Search(const Names& texts, const std::vector<int>& ends, Cut piece) {
   std::string best;
   int bestCount = 0;
-  for (const std::string& name : names) {
-    if (StemLength(name) == 0) {
-      continue;
-    }
-    for (int length = 1;; ++length) {
-      const std::string prefix = Left(name, length);
-      if (static_cast<int>(prefix.size()) == StemLength(name)) {
-        break;
-      }
-      int count = 0;
-      for (const std::string& other : names) {
-        count += Left(other, length) == prefix ? 1 : 0;
-      }
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    for (int length = 1; ends[i] > 0 && length != ends[i]; ++length) {
+      const std::string wanted = piece(texts[i], length);
+      const int count =
+          static_cast<int>(std::count_if(texts.begin(), texts.end(), [&](const std::string& text) {
+            return piece(text, length) == wanted;
+          }));
       if (count >= bestCount) {
         bestCount = count;
-        best = prefix;
+        best = wanted;
       }
     }
   }
   return {best, bestCount};
 }
 
-std::string RearSearch(const Names& names) {
-  std::string best;
-  int bestCount = 0;
+std::pair<std::string, int> FrontSearch(const Names& names) {
+  std::vector<int> ends;
   for (const std::string& name : names) {
-    const std::string stem = name.substr(0, name.rfind('.'));
-    for (int length = 1;; ++length) {
-      const std::string suffix = Right(stem, length);
-      if (suffix == stem) {
-        break;
-      }
-      int count = 0;
-      for (const std::string& other : names) {
-        count += Right(other.substr(0, other.rfind('.')), length) == suffix ? 1 : 0;
-      }
-      if (count >= bestCount) {
-        bestCount = count;
-        best = suffix;
-      }
-    }
+    ends.push_back(StemLength(name));
   }
-  return best;
+  return Search(names, ends, Left);
+}
+
+std::string RearSearch(const Names& names) {
+  Names stems;
+  std::vector<int> ends;
+  for (const std::string& name : names) {
+    stems.push_back(name.substr(0, name.rfind('.')));
+    ends.push_back(static_cast<int>(stems.back().size()));
+  }
+  return Search(stems, ends, Right).first;
 }
 
 struct TwoKeys {

@@ -1,4 +1,4 @@
-#include "tests/support/avi_files.h"
+#include "tests/support/image_files.h"
 
 #include <cstring>
 #include <fstream>

@@ -1,4 +1,4 @@
-// What tests of the AVI writer write and read without the system's own image and AVI services.
+// Image and AVI files that tests write and read without the system's own services.
 #pragma once
 
 #include <cstdint>
