@@ -40,14 +40,6 @@ TEST_F(LogFixture, LinesCarryTheLocalTimeAndFollowThoseOfEarlierRuns) {
   EXPECT_FALSE(std::regex_search(text, std::regex(R"([\[:\- ]0\d)"))) << "no leading zeros";
 }
 
-TEST_F(LogFixture, LineIsLostWhenTheFolderIsMissingAndTheNextOneIsNot) {
-  InitLog(g_tempRoot + "\\later\\log.txt", true);
-  WriteLog("lost");
-  temp_.MakeFolder("later");
-  WriteLog("kept");
-  EXPECT_THAT(LogMessages(temp_.Read("later/log.txt")), ElementsAre("kept"));
-}
-
 TEST_F(LogFixture, PathWithoutFolderIsTakenFromTheCurrentOne) {
   const std::string before = platform::CurrentFolder();
   ASSERT_TRUE(platform::EnterFolder(temp_.Path()));
