@@ -29,6 +29,7 @@ std::optional<std::uint32_t> QueryAttributes(const std::string& path);
 void OpenForAppending(std::ofstream& stream, const std::string& path);
 
 struct FileCloser {
+  // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): this is the owner's hand.
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 // A C stream that is closed when its owner goes.
