@@ -1,9 +1,8 @@
 #include "app/command_line.h"
 
-#include <optional>
-
 #include "app/console.h"
 #include "frames/own_images.h"
+#include "gif/gif_anim_creator.h"
 #include "log/diagnostic_log.h"
 #include "mfc/cstring.h"
 #include "movie/avi_creator.h"
@@ -11,8 +10,37 @@
 
 namespace {
 
-bool Contains(const CString& argument, const CString& word) {
-  return argument.Find(word) >= 0;
+constexpr int kLargestGifFrameRate = 30;
+constexpr int kDefaultGifFrameRate = 16;
+
+// An argument that may be an option word, the value behind it, and the one behind that, which is
+// null when there is none.
+struct Option {
+  CString word;
+  const char* value = nullptr;
+  const char* secondValue = nullptr;
+
+  bool Has(const CString& name) const { return word.Find(name) >= 0; }
+};
+
+// Sets the two paths of a creator and the own-images flag, and applies the creator's own rules to
+// every argument that has a value behind it. One argument may match several options.
+template <typename Creator, typename Rules>
+void WalkArguments(int argc, char** argv, Creator& creator, const Rules& applyRules) {
+  if (argc > 1) {
+    creator.m_sInputFolder = argv[1];
+  }
+  if (argc > 2) {
+    creator.m_sOutputFile = argv[2];
+  }
+  for (int index = 3; index + 1 < argc; ++index) {
+    const Option option = {argv[index], argv[index + 1],
+                           index + 2 < argc ? argv[index + 2] : nullptr};
+    if (option.Has("-TESSARA_IMAGES")) {
+      g_ownImages = ReadInteger(option.value) != 0;
+    }
+    applyRules(creator, option);
+  }
 }
 
 }  // namespace
@@ -40,40 +68,34 @@ void PrintMovieUsage() {
 
 bool ParseCommandLineForAVI(int argc, char** argv) {
   WriteLog("TessaraAnimationConsole::ParseCommandLineForAVI:Start");
-  k3dAviCreator& settings = g_aviCreator;
-  settings.m_bSettingsRead = true;
-  for (int index = 1; index < argc; ++index) {
-    const CString argument = argv[index];
-    const char* const value = index + 1 < argc ? argv[index + 1] : nullptr;
-    const char* const secondValue = index + 2 < argc ? argv[index + 2] : nullptr;
-    if (index == 1) {
-      settings.m_sInputFolder = argument;
-      continue;
+  g_aviCreator.m_bSettingsRead = true;
+  WalkArguments(argc, argv, g_aviCreator, [](k3dAviCreator& settings, const Option& option) {
+    if (option.Has("-FR") || option.Has("-fr")) {
+      settings.m_nFrameRate = ReadInteger(option.value);
     }
-    if (index == 2) {
-      settings.m_sOutputFile = argument;
-      continue;
+    if (option.Has("-SF") || option.Has("-sf")) {
+      settings.m_fSizeFactor = ReadFloat(option.value);
     }
-    if (value == nullptr) {
-      continue;
-    }
-    // One argument may match several options.
-    if (Contains(argument, "-TESSARA_IMAGES")) {
-      g_ownImages = ReadInteger(value) != 0;
-    }
-    if (Contains(argument, "-FR") || Contains(argument, "-fr")) {
-      settings.m_nFrameRate = ReadInteger(value);
-    }
-    if (Contains(argument, "-SF") || Contains(argument, "-sf")) {
-      settings.m_fSizeFactor = ReadFloat(value);
-    }
-    if (Contains(argument, "-IMG_DIM") || Contains(argument, "-img-dim")) {
-      settings.m_nWidth = ReadInteger(value);
-      if (secondValue != nullptr) {
-        settings.m_nHeight = ReadInteger(secondValue);
+    if (option.Has("-IMG_DIM") || option.Has("-img-dim")) {
+      settings.m_nWidth = ReadInteger(option.value);
+      if (option.secondValue != nullptr) {
+        settings.m_nHeight = ReadInteger(option.secondValue);
       }
     }
-  }
+  });
   WriteLog("TessaraAnimationConsole::ParseCommandLineForAVI:End");
+  return true;
+}
+
+bool ParseCommandLineForGIF(int argc, char** argv) {
+  WriteLog("TessaraAnimationConsole::ParseCommandLineForGIF:Start");
+  WalkArguments(
+      argc, argv, g_gifAnimCreator, [](k3dGifAnimCreator& settings, const Option& option) {
+        if (option.Has("-FR") || option.Has("-fr")) {
+          const int rate = ReadInteger(option.value);
+          settings.m_nFrameRate = rate > kLargestGifFrameRate ? kDefaultGifFrameRate : rate;
+        }
+      });
+  WriteLog("TessaraAnimationConsole::ParseCommandLineForGIF:End");
   return true;
 }

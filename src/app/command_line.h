@@ -1,4 +1,4 @@
-// The command line: usage texts, and the reader that fills the run settings.
+// The command line: usage texts, and the readers that fill the run settings.
 #pragma once
 
 // Print how the program is called: in general, for a GIF, for a movie.
@@ -11,3 +11,7 @@ void PrintMovieUsage();
 // is the next argument, the last one wins; an option without a value changes nothing, unknown
 // words are ignored and values are not checked. Returns true always.
 bool ParseCommandLineForAVI(int argc, char** argv);
+
+// Fills the GIF creator's settings and the own-images flag in the same way. The frame rate is its
+// one option; a rate above 30 becomes 16. Returns true always.
+bool ParseCommandLineForGIF(int argc, char** argv);

@@ -1,8 +1,10 @@
-// Single files: copying, removal, status, and opening for appended text.
+// Single files: copying, removal, status, and opening.
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -25,5 +27,16 @@ std::optional<std::uint32_t> QueryAttributes(const std::string& path);
 // Opens `stream` on `path` for appended text, creating the file when it is missing; others may
 // read and write the file meanwhile. A failure leaves the stream closed and marked as failed.
 void OpenForAppending(std::ofstream& stream, const std::string& path);
+
+struct FileCloser {
+  // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): this is the owner's hand.
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+// A C stream that is closed when its owner goes.
+using OwnedFile = std::unique_ptr<std::FILE, FileCloser>;
+
+// Opens a C stream on `path` with the mode that fopen takes. Returns null when there is no such
+// file or it cannot be opened; a folder is no file.
+OwnedFile OpenFile(const std::string& path, const char* mode);
 
 }  // namespace platform

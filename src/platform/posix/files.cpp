@@ -39,4 +39,15 @@ void OpenForAppending(std::ofstream& stream, const std::string& path) {
   stream.open(NativePath(path), std::ios::out | std::ios::app);
 }
 
+OwnedFile OpenFile(const std::string& path, const char* mode) {
+  const std::string native = NativePath(path);
+  OwnedFile file(std::fopen(native.c_str(), mode));
+  struct stat status = {};
+  // A folder can be opened for reading here, and then fails at the first read.
+  if (file && fstat(fileno(file.get()), &status) == 0 && S_ISDIR(status.st_mode)) {
+    file.reset();
+  }
+  return file;
+}
+
 }  // namespace platform

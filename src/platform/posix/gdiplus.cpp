@@ -1,6 +1,6 @@
 #include "platform/gdiplus.h"
 
-#include <dlfcn.h>
+#include "platform/posix/gdiplus_library.h"
 
 namespace platform {
 namespace {
@@ -14,18 +14,11 @@ struct StartupInput {
 using StartupCall = int (*)(std::uintptr_t* token, const StartupInput* input, void* output);
 using ShutdownCall = void (*)(std::uintptr_t token);
 
-// The library stays loaded once it is in: it cannot be unloaded safely.
-template <typename Call>
-Call FindCall(const char* name) {
-  static void* const library = dlopen("libgdiplus.so.0", RTLD_NOW | RTLD_LOCAL);
-  return library == nullptr ? nullptr : reinterpret_cast<Call>(dlsym(library, name));
-}
-
 }  // namespace
 
 GdiplusSession::GdiplusSession() {
   const StartupInput input;
-  if (const auto start = FindCall<StartupCall>("GdiplusStartup")) {
+  if (const auto start = FindGdiplusCall<StartupCall>("GdiplusStartup")) {
     start(&token_, &input, nullptr);
   }
 }
@@ -36,7 +29,7 @@ GdiplusSession::~GdiplusSession() {
 
 void GdiplusSession::Stop() {
   if (token_ != 0) {
-    if (const auto shutdown = FindCall<ShutdownCall>("GdiplusShutdown")) {
+    if (const auto shutdown = FindGdiplusCall<ShutdownCall>("GdiplusShutdown")) {
       shutdown(token_);
     }
     token_ = 0;

@@ -24,4 +24,8 @@ void OpenForAppending(std::ofstream& stream, const std::string& path) {
   stream.open(path, std::ios::out | std::ios::app);
 }
 
+OwnedFile OpenFile(const std::string& path, const char* mode) {
+  return OwnedFile(std::fopen(path.c_str(), mode));
+}
+
 }  // namespace platform

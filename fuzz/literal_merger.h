@@ -1,0 +1,206 @@
+// What appending GIF files has to give, worked out step by step and byte by byte, at any cost.
+// Stands in for the GIF creator with its settings at rest; files, output and messages are strings.
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <string>
+
+#include "tests/support/gif_builder.h"
+
+class LiteralMerger {
+ public:
+  // Appends the first image of `file`.
+  void Append(const std::string& file, bool first) {
+    file_ = file;
+    position_ = 0;
+    closed_ = false;
+    Header(6, false);
+    output += first ? "GIF89a" : "";
+    Header(4, first);
+    const int screen = Header(1, first);
+    Header(2, first);
+    const int colours = 2 << (screen & 7);
+    if ((screen & 0x80) != 0) {
+      ReadColours(colours, first);
+      output += Bytes({0x21, 0xF9, 4, 8, delay, delay >> 8, 0, 0});
+    }
+    output += first ? Bytes({0x21, 0xFF, 11}) + "NETSCAPE2.0" + Bytes({3, 1, 0, 0, 0}) : "";
+    int byte = Byte();
+    while (byte != EOF && byte != ',') {
+      byte = Byte();
+    }
+    if (byte == EOF) {
+      messages += "GIF_Read_Header: Unexpected End of File\n";
+      return;
+    }
+    output += ',';
+    Header(8, true);
+    const int image = Header(1, false);
+    output += Bytes({(image & 0xF8) | (screen & 7) | (first ? 0 : 0x80)});
+    if ((image & 0x80) != 0) {
+      ReadColours(2 << (image & 7), true);
+    } else if (!first) {
+      output += colours_.substr(0, static_cast<std::size_t>(colours) * 3);
+    }
+    try {
+      CopyImage();
+      output += '\0';
+    } catch (const BrokenOff&) {
+      messages += "EOF in data stream\n";
+      ended = true;
+    }
+  }
+
+  int delay = 1;
+  std::string output;
+  std::string messages;
+  // Whether image data broke off, which ends everything.
+  bool ended = false;
+
+ private:
+  struct BrokenOff {};
+  struct Entry {
+    bool used = false;
+    int prefix = 0;
+  };
+
+  int Byte() {
+    return closed_ || position_ >= file_.size() ? EOF
+                                                : static_cast<unsigned char>(file_[position_++]);
+  }
+
+  // Reads `count` bytes and returns the last.
+  int Header(int count, bool copy) {
+    int byte = 0;
+    for (; count > 0; --count) {
+      byte = Byte() & 0xFF;
+      output += copy ? Bytes({byte}) : "";
+    }
+    return byte;
+  }
+
+  void ReadColours(int count, bool copy) {
+    for (int index = 0; index < count * 3; ++index) {
+      colours_[static_cast<std::size_t>(index)] = static_cast<char>(Header(1, copy));
+    }
+  }
+
+  template <typename... Values>
+  void Message(const char* format, Values... values) {
+    std::array<char, 200> text = {};
+    std::snprintf(text.data(), text.size(), format, long{values}...);
+    messages += text.data();
+  }
+
+  void CopyImage() {
+    left_ = held_ = 0;
+    bits_ = 0;
+    size_ = Header(1, true);
+    if (size_ > 12) {
+      return Message("\nError! in stream=%lx \n", size_);
+    }
+    Clear();
+    int previous = Code();
+    if (previous == clear_) {
+      Clear();
+      previous = Code();
+    }
+    Output(previous);
+    int code = Code();
+    do {
+      if (At(code).used) {
+        Output(code);
+        FindFree();
+        At(free_) = {true, previous};
+      } else {
+        At(code) = {true, previous};
+        Output(code);
+      }
+      int next = Code();
+      previous = code;
+      if (next == clear_) {
+        Clear();
+        previous = Code();
+        Output(previous);
+        next = Code();
+      }
+      code = next;
+    } while (code != clear_ + 1);
+  }
+
+  int DataByte() {
+    const int byte = Byte();
+    if (byte == EOF) {
+      throw BrokenOff();
+    }
+    output += static_cast<char>(byte);
+    return byte;
+  }
+
+  int Code() {
+    while (held_ < width_) {
+      left_ = left_ <= 0 ? DataByte() : left_;
+      bits_ |= static_cast<unsigned>(DataByte()) << held_;
+      --left_;
+      held_ += 8;
+    }
+    const int code = static_cast<int>(bits_ & ((1U << width_) - 1));
+    bits_ >>= width_;
+    held_ -= width_;
+    if (code > 4100) {
+      Message("\nError! in stream=%lx \n", code);
+      Message("CLEAR=%lx INCSIZE=%lx EOI=%lx code_size=%lx \n", clear_, grow_, clear_ + 1, width_);
+      return clear_ + 1;
+    }
+    if (code == grow_ && width_ < 12) {
+      ++width_;
+      grow_ = 2 * grow_ + 1;
+    }
+    return code;
+  }
+
+  void FindFree() {
+    while (free_ < 4100 && At(free_).used) {
+      ++free_;
+    }
+    if (free_ >= 4100) {
+      Message("Error: GetNext nextab=%ld\n", free_);
+      closed_ = true;
+    } else if (free_ == grow_) {
+      width_ = width_ + 1 > 12 ? 12 : width_ + 1;
+      grow_ = 2 * grow_ + 1;
+    }
+  }
+
+  void Output(int code) {
+    for (int length = 1; (code = At(code).prefix) != -1; ++length) {
+      if (length == 4101) {
+        return Message("Error: Sending i=%ld index=%ld\n", length, code);
+      }
+    }
+  }
+
+  void Clear() {
+    for (int index = 0; index < 4100; ++index) {
+      At(index).used = false;
+    }
+    clear_ = 1 << size_;
+    for (int index = 0; index < clear_; ++index) {
+      At(index) = {true, -1};
+    }
+    free_ = clear_ + 2;
+    grow_ = 2 * clear_ - 1;
+    width_ = size_ + 1;
+  }
+
+  Entry& At(int index) { return table_.at(static_cast<std::size_t>(index)); }
+
+  std::string file_;
+  std::size_t position_ = 0;
+  bool closed_ = false;
+  std::string colours_ = std::string(768, '\0');
+  std::array<Entry, 4200> table_ = {};
+  int size_ = 0, width_ = 0, clear_ = 0, grow_ = 0, free_ = 0, left_ = 0, held_ = 0;
+  unsigned bits_ = 0;
+};

@@ -1,0 +1,63 @@
+#include "platform/images.h"
+
+#include <windows.h>
+// gdiplus.h builds on both.
+#include <objidl.h>
+// The flat interface.
+#include <gdiplus.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <vector>
+
+namespace platform {
+namespace {
+
+namespace flat = Gdiplus::DllExports;
+
+struct ImageDisposer {
+  void operator()(Gdiplus::GpBitmap* bitmap) const { flat::GdipDisposeImage(bitmap); }
+};
+using OwnedBitmap = std::unique_ptr<Gdiplus::GpBitmap, ImageDisposer>;
+
+std::wstring Widen(const std::string& text) {
+  std::vector<wchar_t> wide(text.size() + 1);
+  std::mbstowcs(wide.data(), text.c_str(), wide.size());
+  return wide.data();
+}
+
+}  // namespace
+
+int FindImageEncoder(const std::wstring& mimeType, ImageEncoder& encoder) {
+  UINT count = 0;
+  UINT bytes = 0;
+  flat::GdipGetImageEncodersSize(&count, &bytes);
+  if (bytes == 0) {
+    return -1;
+  }
+  // The records point to texts that lie behind them in the same memory.
+  std::vector<Gdiplus::ImageCodecInfo> records(bytes / sizeof(Gdiplus::ImageCodecInfo) + 1);
+  flat::GdipGetImageEncoders(count, bytes, records.data());
+  for (UINT index = 0; index < count; ++index) {
+    if (records[index].MimeType != nullptr && mimeType == records[index].MimeType) {
+      std::memcpy(encoder.data(), &records[index].Clsid, encoder.size());
+      return static_cast<int>(index);
+    }
+  }
+  return -1;
+}
+
+bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder) {
+  Gdiplus::GpBitmap* loaded = nullptr;
+  if (flat::GdipCreateBitmapFromFile(Widen(from).c_str(), &loaded) != Gdiplus::Ok) {
+    return false;
+  }
+  const OwnedBitmap bitmap(loaded);
+  CLSID identifier = {};
+  std::memcpy(&identifier, encoder.data(), encoder.size());
+  return flat::GdipSaveImageToFile(bitmap.get(), Widen(to).c_str(), &identifier, nullptr) ==
+         Gdiplus::Ok;
+}
+
+}  // namespace platform
