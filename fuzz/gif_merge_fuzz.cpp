@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 
+#include "fuzz/literal_merger.h"
 #include "gif/gif_anim_creator.h"
 #include "platform/files.h"
-#include "fuzz/literal_merger.h"
 #include "tests/support/temp_folder.h"
 
 namespace {

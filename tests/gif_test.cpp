@@ -7,11 +7,11 @@
 
 #include "app/command_line.h"
 #include "frames/own_images.h"
+#include "fuzz/literal_merger.h"
 #include "gif/gif_anim_creator.h"
 #include "platform/gdiplus.h"
 #include "platform/images.h"
 #include "tests/support/gif_builder.h"
-#include "fuzz/literal_merger.h"
 #include "tests/support/log_fixture.h"
 #include "tests/support/run_program.h"
 
