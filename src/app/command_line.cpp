@@ -1,5 +1,7 @@
 #include "app/command_line.h"
 
+#include <optional>
+
 #include "app/console.h"
 #include "frames/own_images.h"
 #include "gif/gif_anim_creator.h"
@@ -13,12 +15,11 @@ namespace {
 constexpr int kLargestGifFrameRate = 30;
 constexpr int kDefaultGifFrameRate = 16;
 
-// An argument that may be an option word, the value behind it, and the one behind that, which is
-// null when there is none.
+// An argument that may be an option word, the value behind it, and the one behind that, if any.
 struct Option {
   CString word;
-  const char* value = nullptr;
-  const char* secondValue = nullptr;
+  CString value;
+  std::optional<CString> secondValue;
 
   bool Has(const CString& name) const { return word.Find(name) >= 0; }
 };
@@ -34,8 +35,10 @@ void WalkArguments(int argc, char** argv, Creator& creator, const Rules& applyRu
     creator.m_sOutputFile = argv[2];
   }
   for (int index = 3; index + 1 < argc; ++index) {
-    const Option option = {argv[index], argv[index + 1],
-                           index + 2 < argc ? argv[index + 2] : nullptr};
+    Option option = {argv[index], argv[index + 1], std::nullopt};
+    if (index + 2 < argc) {
+      option.secondValue = argv[index + 2];
+    }
     if (option.Has("-TESSARA_IMAGES")) {
       g_ownImages = ReadInteger(option.value) != 0;
     }
@@ -78,8 +81,8 @@ bool ParseCommandLineForAVI(int argc, char** argv) {
     }
     if (option.Has("-IMG_DIM") || option.Has("-img-dim")) {
       settings.m_nWidth = ReadInteger(option.value);
-      if (option.secondValue != nullptr) {
-        settings.m_nHeight = ReadInteger(option.secondValue);
+      if (option.secondValue) {
+        settings.m_nHeight = ReadInteger(*option.secondValue);
       }
     }
   });

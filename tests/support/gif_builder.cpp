@@ -91,8 +91,8 @@ std::string SubBlocks(const std::string& data, std::size_t blockSize) {
   return blocks;
 }
 
-std::string GifAround(int pixelBits, int codeSize, const std::string& data) {
-  return UpToImageData(3, 2, pixelBits) + Bytes({codeSize}) + data;
+std::string GifAround(int sizeField, int codeSize, const std::string& data) {
+  return UpToImageData(3, 2, sizeField) + Bytes({codeSize}) + data;
 }
 
 std::string GifOfPixels(int width, int height, int pixelBits, const std::string& pixels) {
