@@ -1,12 +1,10 @@
 #include <gmock/gmock.h>
 
-#include <algorithm>
-#include <bit>
+#include <array>
 #include <memory>
 #include <random>
 
 #include "app/command_line.h"
-#include "frames/own_images.h"
 #include "fuzz/literal_merger.h"
 #include "gif/gif_anim_creator.h"
 #include "platform/gdiplus.h"
@@ -229,45 +227,6 @@ TEST_F(GifFixture, BadInput) {
                                      " for reading.\n");
 }
 
-// Codes of about the width that the reader expects, which lead through every corner of the table:
-// few clears, strings made out of order, first codes that are not in the table.
-std::string RandomFile(std::mt19937& random) {
-  const auto upTo = [&](unsigned limit) { return static_cast<unsigned>(random()) % (limit + 1); };
-  const int size = static_cast<int>(upTo(13));
-  const unsigned clear = 1U << size;
-  std::vector<WideCode> codes;
-  for (unsigned made = clear + 2, count = 5 + upTo(upTo(3) == 0 ? 6000 : 300); count > 0; --count) {
-    const int width = std::min(std::max(size + 1, static_cast<int>(std::bit_width(made - 1))), 13);
-    const unsigned code = upTo(std::min(made, (1U << width) - 1));
-    codes.push_back({code == clear + 1 && upTo(20) != 0 ? 0 : code, width});
-    made = code == clear ? clear + 2 : std::min(made + 1, size == 12 ? 8191U : 4095U);
-  }
-  const std::string data = SubBlocks(PackCodes(codes), 1 + upTo(254));
-  return GifAround(static_cast<int>(upTo(7)), size, data + std::string(upTo(9), '\1'));
-}
-
-TEST_F(GifFixture, RandomFilesGiveWhatTheLiteralStepsGive) {
-  std::mt19937 random(1);
-  int circles = 0;
-  int filled = 0;
-  for (int round = 0; round < 400; ++round) {
-    creator_ = std::make_unique<k3dGifAnimCreator>();
-    const auto literal = std::make_unique<LiteralMerger>();
-    std::vector<std::string> files;
-    do {
-      files.push_back(RandomFile(random));
-      literal->Append(files.back(), files.size() == 1);
-    } while (!literal->ended && files.size() < 4);
-    ASSERT_EQ(Merge(files), literal->output) << round;
-    ASSERT_EQ(errors_, literal->messages) << round;
-    ASSERT_EQ(ended_, literal->ended) << round;
-    circles += literal->messages.find("Sending") != std::string::npos ? 1 : 0;
-    filled += literal->messages.find("GetNext") != std::string::npos ? 1 : 0;
-  }
-  EXPECT_GT(circles, 20);
-  EXPECT_GT(filled, 5);
-}
-
 TEST_F(GifFixture, RealImagesCopyExactlyAndBreakOffAtEveryByte) {
   std::mt19937 random(2);
   std::string pixels(30000, '\1');
@@ -363,30 +322,20 @@ TEST_F(GifFixture, OtherImagesAreConverted) {
 
 TEST_F(GifFixture, CommandLine) {
   const struct {
-    std::vector<const char*> options;
+    std::array<const char*, 5> arguments;
     int rate;
-    bool ownImages;
   } cases[] = {
-      {{}, 16, false},
-      {{"-FR", "30"}, 30, false},
-      {{"-FR", "31"}, 16, false},
-      {{"-fr", "-5", "-TESSARA_IMAGES", "1"}, -5, true},
-      {{"-SF", "9", "-FR"}, 16, false},
+      {{"program", "in", "out.gif", "-FR", "30"}, 30},
+      {{"program", "in", "out.gif", "-FR", "31"}, 16},
+      {{"program", "in", "out.gif", "x-fr", "-5"}, -5},
+      {{"program", "in", "out.gif", "-SF", "-FR"}, -5},
   };
   for (const auto& test : cases) {
-    g_gifAnimCreator.m_nFrameRate = 16;
-    g_ownImages = false;
-    std::vector<const char*> arguments = {"program", "in", "out.gif"};
-    arguments.insert(arguments.end(), test.options.begin(), test.options.end());
-    EXPECT_TRUE(ParseCommandLineForGIF(static_cast<int>(arguments.size()),
-                                       const_cast<char**>(arguments.data())));
+    EXPECT_TRUE(ParseCommandLineForGIF(5, const_cast<char**>(test.arguments.data())));
     EXPECT_EQ(g_gifAnimCreator.m_nFrameRate, test.rate);
-    EXPECT_EQ(g_ownImages, test.ownImages);
     EXPECT_EQ(g_gifAnimCreator.m_sInputFolder, "in");
     EXPECT_EQ(g_gifAnimCreator.m_sOutputFile, "out.gif");
   }
-  g_ownImages = false;
-  EXPECT_EQ(Log().back(), "TessaraAnimationConsole::ParseCommandLineForGIF:End");
 }
 
 TEST_F(GifFixture, ExampleEndsWithTheStatusOfWhatItMade) {
