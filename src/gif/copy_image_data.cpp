@@ -18,6 +18,11 @@ unsigned long Hex(int value) {
   return static_cast<unsigned long>(value);
 }
 
+// Tells of a value that the tables have no place for.
+void PrintStreamError(int value) {
+  std::fprintf(stderr, "\nError! in stream=%lx \n", Hex(value));
+}
+
 }  // namespace
 
 // Takes back the bytes that no code has needed yet: all but the rest of the last one.
@@ -135,7 +140,7 @@ void k3dGifAnimCreator::FollowString(int code) const {
   decoder.bits >>= m_nCodeWidth;
   decoder.bitsHeld -= m_nCodeWidth;
   if (code > kLastCode) [[unlikely]] {
-    std::fprintf(stderr, "\nError! in stream=%lx \n", Hex(code));
+    PrintStreamError(code);
     std::fprintf(stderr, "CLEAR=%lx INCSIZE=%lx EOI=%lx code_size=%lx \n", Hex(m_nClear),
                  Hex(m_nIncSize), Hex(m_nEndOfInformation), Hex(m_nCodeWidth));
     return m_nEndOfInformation;
@@ -156,7 +161,7 @@ void k3dGifAnimCreator::FollowString(int code) const {
 void k3dGifAnimCreator::CopyImageData() {
   m_nInitialCodeSize = ReadByte(true);
   if (m_nInitialCodeSize > kLargestCodeSize) {
-    std::fprintf(stderr, "\nError! in stream=%lx \n", Hex(m_nInitialCodeSize));
+    PrintStreamError(m_nInitialCodeSize);
     return;
   }
   m_input.StartCopying(m_pOutput);
