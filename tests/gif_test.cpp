@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <memory>
 #include <random>
 
@@ -225,6 +227,45 @@ TEST_F(GifFixture, BadInput) {
   EXPECT_EQ(GetCapturedStderr(), "Can't open " + (temp_ / "missing") +
                                      " for reading.\nCan't open " + temp_.Path() +
                                      " for reading.\n");
+}
+
+// Codes of about the width that the reader expects, which lead through every corner of the table:
+// few clears, strings made out of order, first codes that are not in the table.
+std::string RandomFile(std::mt19937& random) {
+  const auto upTo = [&](unsigned limit) { return static_cast<unsigned>(random()) % (limit + 1); };
+  const int size = static_cast<int>(upTo(13));
+  const unsigned clear = 1U << size;
+  std::vector<WideCode> codes;
+  for (unsigned made = clear + 2, count = 5 + upTo(upTo(3) == 0 ? 6000 : 300); count > 0; --count) {
+    const int width = std::min(std::max(size + 1, static_cast<int>(std::bit_width(made - 1))), 13);
+    const unsigned code = upTo(std::min(made, (1U << width) - 1));
+    codes.push_back({code == clear + 1 && upTo(20) != 0 ? 0 : code, width});
+    made = code == clear ? clear + 2 : std::min(made + 1, size == 12 ? 8191U : 4095U);
+  }
+  const std::string data = SubBlocks(PackCodes(codes), 1 + upTo(254));
+  return GifAround(static_cast<int>(upTo(7)), size, data + std::string(upTo(9), '\1'));
+}
+
+TEST_F(GifFixture, RandomFilesGiveWhatTheLiteralStepsGive) {
+  std::mt19937 random(1);
+  int circles = 0;
+  int filled = 0;
+  for (int round = 0; round < 400; ++round) {
+    creator_ = std::make_unique<k3dGifAnimCreator>();
+    const auto literal = std::make_unique<LiteralMerger>();
+    std::vector<std::string> files;
+    do {
+      files.push_back(RandomFile(random));
+      literal->Append(files.back(), files.size() == 1);
+    } while (!literal->ended && files.size() < 4);
+    ASSERT_EQ(Merge(files), literal->output) << round;
+    ASSERT_EQ(errors_, literal->messages) << round;
+    ASSERT_EQ(ended_, literal->ended) << round;
+    circles += literal->messages.find("Sending") != std::string::npos ? 1 : 0;
+    filled += literal->messages.find("GetNext") != std::string::npos ? 1 : 0;
+  }
+  EXPECT_GT(circles, 20);
+  EXPECT_GT(filled, 5);
 }
 
 TEST_F(GifFixture, RealImagesCopyExactlyAndBreakOffAtEveryByte) {
