@@ -9,7 +9,6 @@
 #include "app/console.h"
 #include "gif/gif_anim_creator.h"
 #include "log/diagnostic_log.h"
-#include "log/working_folders.h"
 #include "platform/gdiplus.h"
 
 int main(int argc, char** argv) {
@@ -17,8 +16,7 @@ int main(int argc, char** argv) {
     ConsolePrint("Usage: gif_animation InputFolder OutputFile [-FR n] [-TESSARA_IMAGES n]\n");
     return 1;
   }
-  g_tempRoot = GetTempRootFolder();
-  InitLog(g_tempRoot + "\\TessaraMovieConsole_Log.txt", true);
+  StartLog();
   // Static, so that it is also shut down when the process ends inside the creator.
   static const platform::GdiplusSession gdiplus;
   ParseCommandLineForGIF(argc, argv);

@@ -13,7 +13,6 @@
 #include "app/command_line.h"
 #include "app/console.h"
 #include "log/diagnostic_log.h"
-#include "log/working_folders.h"
 #include "movie/avi_creator.h"
 #include "movie/native_avi/frame_bitmap.h"
 #include "movie/native_avi/native_avi.h"
@@ -77,8 +76,7 @@ int Run(std::vector<char*> arguments) {
     ConsolePrint("Usage: native_avi InputFolder OutputFile [-FR n] ... [--uncompressed]\n");
     return 1;
   }
-  g_tempRoot = GetTempRootFolder();
-  InitLog(g_tempRoot + "\\TessaraMovieConsole_Log.txt", true);
+  StartLog();
   const platform::GdiplusSession gdiplus;
   ParseCommandLineForAVI(static_cast<int>(arguments.size()), arguments.data());
   k3dAviCreator& creator = g_aviCreator;

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "app/clean_trails.h"
+#include "frames/working_images.h"
 #include "app/command_line.h"
 #include "app/run_sequence.h"
 #include "app/validate.h"

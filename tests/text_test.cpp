@@ -3,7 +3,7 @@
 #include <limits>
 #include <string>
 
-#include "mfc/win_app.h"
+#include "app/win_app.h"
 #include "text/number.h"
 
 namespace {

@@ -6,8 +6,8 @@
 #include "frames/own_images.h"
 #include "gif/gif_anim_creator.h"
 #include "log/diagnostic_log.h"
-#include "mfc/cstring.h"
 #include "movie/avi_creator.h"
+#include "text/cstring.h"
 #include "text/number.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include "app/validate.h"
 #include "frames/own_images.h"
 #include "log/diagnostic_log.h"
-#include "mfc/cstring.h"
 #include "movie/avi_creator.h"
 #include "platform/gdiplus.h"
+#include "text/cstring.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The console entry.
 #include "app/run_sequence.h"
-#include "mfc/win_app.h"
+#include "app/win_app.h"
 
 namespace {
 

@@ -2,19 +2,18 @@
 
 #include <iostream>
 
-#include "app/clean_trails.h"
 #include "app/console.h"
 #include "app/create_movie.h"
+#include "app/win_app.h"
+#include "frames/working_images.h"
 #include "log/diagnostic_log.h"
 #include "log/working_folders.h"
-#include "mfc/cstring.h"
-#include "mfc/win_app.h"
 #include "platform/program.h"
 #include "sysinfo/system_information.h"
+#include "text/cstring.h"
 
 int RunConsole(int argc, char** argv, char** envp) {
-  g_tempRoot = GetTempRootFolder();
-  InitLog(g_tempRoot + "\\TessaraMovieConsole_Log.txt", true);
+  StartLog();
   if (AfxWinInit(platform::OwnModule(), nullptr, platform::RawCommandLine().c_str(), 0) == 0) {
     std::cerr << "Fatal Error: MFC initialization failed" << std::endl;
     return 1;

@@ -1,7 +1,7 @@
 // The checks that come before anything is made.
 #pragma once
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // Checks that the input folder exists, that the output file's extension is a supported animation
 // format, and that the output file's folder exists when a backslash separates one from its name.

@@ -1,7 +1,7 @@
 // The part of a frame's name before its extension.
 #pragma once
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // The length of a bare name less its last "." and what follows. A name without a "." loses its
 // last character instead, as if the missing dot had stood there.

@@ -1,8 +1,8 @@
 // k3dGetCAEData: finds the frame images of a folder and puts them in playing order.
 #pragma once
 
-#include "mfc/arrays.h"
-#include "mfc/cstring.h"
+#include "text/cstring.h"
+#include "text/cstring_array.h"
 
 // The calling protocol for its owners: empty m_saImageFiles, set m_sDirectoryName, call
 // GetFilesFromDirectory, then GetCAEData; when the animation is written, DeleteImageFiles. One

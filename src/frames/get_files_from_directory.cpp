@@ -1,5 +1,6 @@
 #include "frames/get_cae_data.h"
 #include "frames/own_images.h"
+#include "frames/working_images.h"
 #include "log/diagnostic_log.h"
 #include "platform/error_box.h"
 #include "platform/folder_listing.h"
@@ -9,8 +10,7 @@
 namespace {
 
 bool IsFrameName(const CString& name) {
-  return IsImageExtension(GetFileExtension(name)) &&
-         (!g_ownImages || name.Find("_qmbImgTemp_") >= 0);
+  return IsImageExtension(GetFileExtension(name)) && (!g_ownImages || IsViewerImage(name));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The driver: from a folder of frames to the finished GIF.
 #include <exception>
 
-#include "app/clean_trails.h"
+#include "frames/working_images.h"
 #include "gif/gif_anim_creator.h"
 #include "log/diagnostic_log.h"
 #include "log/working_folders.h"
@@ -70,7 +70,7 @@ void k3dGifAnimCreator::AppendFrames(std::FILE* output) {
 }
 
 void k3dGifAnimCreator::AppendConverted(const CString& path, std::FILE* output, int first) {
-  const CString temporary = g_tempRoot + "\\_console_qmbImgTemp_.gif";
+  const CString temporary = g_tempRoot + "\\" + &kTemporaryGifName[0];
   // A picture of an earlier run must not stand in for one that cannot be converted.
   platform::RemoveFile(temporary);
   // A conversion that fails shows only as a file that cannot be opened.

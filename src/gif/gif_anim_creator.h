@@ -8,7 +8,7 @@
 
 #include "frames/get_cae_data.h"
 #include "gif/gif_input.h"
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // Frames are merged and not encoded again: what each frame's own GIF holds as compressed data is
 // copied byte for byte, and only the blocks between the frames are written here. The caller fills

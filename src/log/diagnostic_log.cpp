@@ -10,7 +10,6 @@
 namespace {
 
 struct LogFile {
-  CString folder;
   CString path;
   std::ofstream stream;
 };
@@ -20,27 +19,16 @@ LogFile& TheLog() {
   return log;
 }
 
-// The folder part of a path, with its backslash when a file name follows.
-CString FolderPart(const CString& path) {
-  const int backslash = path.ReverseFind('\\');
-  if (backslash < 0) {
-    return ".\\";
-  }
-  const bool nameFollows = backslash + 1 < path.GetLength();
-  return path.Left(nameFollows ? backslash + 1 : backslash);
-}
-
 }  // namespace
+
+void StartLog() {
+  g_tempRoot = GetTempRootFolder();
+  InitLog(g_tempRoot + "\\TessaraMovieConsole_Log.txt", true);
+}
 
 bool InitLog(const CString& path, bool exactPath) {
   LogFile& log = TheLog();
-  if (exactPath) {
-    log.folder = FolderPart(path);
-    log.path = path;
-  } else {
-    log.folder = GetDatedFolderName(GetTempRootFolder());
-    log.path = log.folder + "\\" + path;
-  }
+  log.path = exactPath ? path : GetDatedFolderName(GetTempRootFolder()) + "\\" + path;
   if (platform::QueryAttributes(log.path)) {
     platform::OpenForAppending(log.stream, log.path);
   }

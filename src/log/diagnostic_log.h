@@ -1,7 +1,11 @@
 // The diagnostic log: one text file that every run appends to, one time-stamped line a call.
 #pragma once
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
+
+// Fixes the temp root from the environment and sets the log to the fixed file name in it; the first
+// thing that a run does.
+void StartLog();
 
 // Sets the log file. With `exactPath` the file is `path` itself; without it, `path` is a file name
 // inside the dated folder under the temp root, which has to exist already. A log that exists is

@@ -1,7 +1,7 @@
 // The folder that holds the log and the working files of a run.
 #pragma once
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // The temp root: fixed once at the start of a run; folder of the log, of the converter's palette
 // and of the sweeps for leftover working images.

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "frames/get_cae_data.h"
-#include "mfc/arrays.h"
-#include "mfc/cstring.h"
+#include "text/cstring.h"
+#include "text/cstring_array.h"
 
 // The run settings and the operations that work on them. The command line reader fills the
 // settings, then CreateAVI does the whole work.

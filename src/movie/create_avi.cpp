@@ -1,5 +1,5 @@
 // The converter pipeline: from the frame list to the finished file.
-#include "app/clean_trails.h"
+#include "frames/working_images.h"
 #include "log/diagnostic_log.h"
 #include "log/working_folders.h"
 #include "movie/avi_creator.h"

@@ -1,4 +1,5 @@
 // The frame copies: gap-free, zero-padded names that the converter can expand a pattern to.
+#include "frames/working_images.h"
 #include "log/diagnostic_log.h"
 #include "movie/avi_creator.h"
 #include "platform/files.h"
@@ -7,11 +8,9 @@
 
 namespace {
 
-constexpr char kCopyName[] = "_console_qmbImgTemp_";
-
 // The path that all copies' names begin with, in the folder of the first frame.
 CString CopyBase(const CStringArray& frames) {
-  return CutBeforeLast(frames.GetAt(0), '\\') + "\\" + &kCopyName[0];
+  return CutBeforeLast(frames.GetAt(0), '\\') + "\\" + &kFrameCopyStart[0];
 }
 
 // The converter knows "tiff" only. The test minds the case, so "TIF" stays.
@@ -53,7 +52,7 @@ void k3dAviCreator::GetTheInputFormatFor_ffmpeg(CString& pattern) const {
   const CStringArray& frames = m_caeData.m_saImageFiles;
   const CString base = CopyBase(frames);
   const CString lastStem = CutBeforeLast(GetBareName(m_sLastTempImage), '.');
-  const int digits = lastStem.GetLength() - CString(&kCopyName[0]).GetLength();
+  const int digits = lastStem.GetLength() - CString(&kFrameCopyStart[0]).GetLength();
   pattern = base + "%" + IntToString(digits) + "d." + CopyExtension(frames.GetAt(0));
   WriteLog("TessaraAnimationConsole::k3dAviCreator::GetTheInputFormatFor_ffmpeg():End");
 }

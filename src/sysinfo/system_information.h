@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // Logs the version of the program and which build it is.
 void LogVersionInfo();

@@ -1,7 +1,7 @@
 // Taking paths and file names apart.
 #pragma once
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // The text after the last "." of a path, or the whole text when it has none.
 CString GetFileExtension(const CString& path);

@@ -1,7 +1,7 @@
 // Numbers read from text and written to it.
 #pragma once
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // The whole number at the start of a text, read as leniently as the C library does: leading white
 // space, an optional sign, digits up to the first other character; 0 when there is no digit.

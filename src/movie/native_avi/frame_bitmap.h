@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 struct BitmapDeleter {
   using pointer = HBITMAP;

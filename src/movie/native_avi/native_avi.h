@@ -15,7 +15,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 // Keeps the AVIFile library started.
 class AviLibrary {

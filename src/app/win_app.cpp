@@ -1,4 +1,4 @@
-#include "mfc/win_app.h"
+#include "app/win_app.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "mfc/cstring.h"
+#include "text/cstring.h"
 
 #include <algorithm>
 #include <cstdarg>

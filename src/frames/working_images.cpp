@@ -1,4 +1,4 @@
-#include "app/clean_trails.h"
+#include "frames/working_images.h"
 
 #include "log/diagnostic_log.h"
 #include "platform/files.h"
@@ -7,15 +7,22 @@
 
 namespace {
 
-// Names with "_qmbImgTemp_" contain the marker too.
+// Every marker of a working image contains this one.
 bool IsLeftover(const CString& name) {
   return IsImageExtension(GetFileExtension(name)) && name.Find("qmbImg") >= 0;
 }
 
 }  // namespace
 
+bool IsViewerImage(const CString& name) {
+  return name.Find("_qmbImgTemp_") >= 0;
+}
+
 void CleanTrails(const CString& folder) {
   WriteLog("TessaraAnimationConsole::CleanTrails:Start");
+  if (folder.IsEmpty()) {
+    return;
+  }
   const auto entries = platform::ListFolder(folder);
   if (!entries) {
     return;
