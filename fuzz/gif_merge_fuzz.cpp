@@ -8,13 +8,11 @@
 #include <string>
 
 #include "fuzz/literal_merger.h"
-#include "gif/gif_anim_creator.h"
+#include "gif/gif_merger.h"
 #include "platform/files.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
-
-struct Ended {};
 
 void WriteFile(const std::string& path, const std::string& content) {
   const platform::OwnedFile file = platform::OpenFile(path, "wb");
@@ -41,8 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t files = data[0] % 4 + 1U;
   const std::size_t each = bytes.size() / files + 1;
 
-  const auto creator = std::make_unique<k3dGifAnimCreator>();
-  creator->m_pBeforeProcessEnd = [] { throw Ended(); };
+  const auto merger = std::make_unique<GifMerger>();
   const auto literal = std::make_unique<LiteralMerger>();
   platform::OwnedFile output = platform::OpenFile(merged, "wb");
   bool ended = false;
@@ -50,11 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string file = bytes.substr(std::min(index * each, bytes.size()), each);
     WriteFile(input, file);
     literal->Append(file, index == 0);
-    try {
-      creator->AppendGifFile(input, output.get(), index == 0 ? 1 : 0);
-    } catch (const Ended&) {
-      ended = true;
-    }
+    ended = merger->AppendFile(input, output.get(), index == 0) == GifFrameResult::kBrokenOff;
   }
   output.reset();
   if (ended != literal->ended || ReadFile(merged, literal->output.size()) != literal->output) {

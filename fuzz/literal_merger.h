@@ -96,7 +96,7 @@ class LiteralMerger {
   void CopyImage() {
     left_ = held_ = 0;
     bits_ = 0;
-    size_ = Header(1, true);
+    size_ = DataByte();
     if (size_ > 12) {
       return Message("\nError! in stream=%lx \n", size_);
     }

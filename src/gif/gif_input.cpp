@@ -23,9 +23,15 @@ bool GifInput::Open(const std::string& path) {
   return true;
 }
 
+void GifInput::OpenBytes(std::string_view file) {
+  Close();
+  bytes_ = file;
+}
+
 void GifInput::Close() {
   StopCopying();
   file_.reset();
+  bytes_ = {};
   next_ = end_ = 0;
 }
 
@@ -63,6 +69,9 @@ bool GifInput::Refill() {
     const std::uint64_t wanted = std::min<std::uint64_t>(buffer_.size(), unread_);
     end_ = std::fread(buffer_.data(), 1, static_cast<std::size_t>(wanted), file_.get());
     unread_ -= end_;
+  } else {
+    end_ = bytes_.copy(reinterpret_cast<char*>(buffer_.data()), buffer_.size());
+    bytes_.remove_prefix(end_);
   }
   return end_ != 0;
 }

@@ -1,4 +1,4 @@
-// The file that a frame is read from, with the copying of what has been read.
+// The GIF that a frame is read from, with the copying of what has been read.
 #pragma once
 
 #include <array>
@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include "platform/files.h"
 
@@ -18,6 +19,10 @@ class GifInput {
   // opened.
   bool Open(const std::string& path);
 
+  // Reads `file`, which has to stay where it is, as the content of a file, in place of the one that
+  // was open.
+  void OpenBytes(std::string_view file);
+
   // Closes the file. From then on reading finds its end; closing again does nothing.
   void Close();
 
@@ -29,7 +34,7 @@ class GifInput {
     return buffer_[next_++];
   }
 
-  // Bytes of the file that lie one behind the other in memory.
+  // Bytes of the file that lie next to each other in memory.
   struct Run {
     const std::uint8_t* next = nullptr;
     const std::uint8_t* end = nullptr;
@@ -42,8 +47,9 @@ class GifInput {
   // Makes the rest of the last run unread again.
   void PutBack(const Run& rest) { next_ -= static_cast<std::size_t>(rest.end - rest.next); }
 
-  // Begins copying to `output` with the next byte that is read; ends it, with all bytes that were
-  // read meanwhile written. What the output refuses is lost silently.
+  // Begins copying to `output`, which may be null for nowhere, with the next byte that is read;
+  // ends it, with all bytes that were read meanwhile written. What the output refuses is lost
+  // silently.
   void StartCopying(std::FILE* output);
   void StopCopying();
 
@@ -52,6 +58,8 @@ class GifInput {
   void WriteCopy();
 
   platform::OwnedFile file_;
+  // The content where there is no file: what has not yet been fetched.
+  std::string_view bytes_;
   // How much of the file is still to be fetched.
   std::uint64_t unread_ = 0;
   // Where copied bytes go; null while copying is off.

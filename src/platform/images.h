@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace platform {
@@ -10,13 +11,15 @@ namespace platform {
 // The class identifier of an encoder, as its bytes lie in memory.
 using ImageEncoder = std::array<std::uint8_t, 16>;
 
-// Finds the first encoder for a MIME type, such as "image/gif", and sets `encoder` to its
-// identifier. Returns its index in GDI+'s list; -1, with `encoder` left as it is, when there is
-// none or GDI+ has not been started.
-int FindImageEncoder(const std::wstring& mimeType, ImageEncoder& encoder);
+// Finds the first encoder for a MIME type, such as "image/gif". Returns its identifier; nothing
+// when there is none or GDI+ has not been started.
+std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType);
+
+enum class Conversion { kNotLoaded, kNotSaved, kDone };
 
 // Loads the image file `from` and saves it as the file `to` with the encoder and no parameters for
-// it. Returns whether both were done.
-bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder);
+// it. Returns how far that went.
+Conversion ConvertImage(const std::string& from, const std::string& to,
+                        const ImageEncoder& encoder);
 
 }  // namespace platform

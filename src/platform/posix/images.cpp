@@ -44,35 +44,35 @@ bool IsSameText(const std::wstring& text, const char16_t* other) {
 
 }  // namespace
 
-int FindImageEncoder(const std::wstring& mimeType, ImageEncoder& encoder) {
+std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType) {
   const auto askSize = FindGdiplusCall<EncodersSizeCall>("GdipGetImageEncodersSize");
   const auto askEncoders = FindGdiplusCall<EncodersCall>("GdipGetImageEncoders");
   std::uint32_t count = 0;
   std::uint32_t bytes = 0;
   if (askSize == nullptr || askEncoders == nullptr || askSize(&count, &bytes) != kOk ||
       bytes == 0) {
-    return -1;
+    return std::nullopt;
   }
-  // The records point to texts that lie behind them in the same memory.
+  // The records point to texts that lie after them in the same memory.
   std::vector<CodecInfo> records(bytes / sizeof(CodecInfo) + 1);
   if (askEncoders(count, bytes, records.data()) != kOk) {
-    return -1;
+    return std::nullopt;
   }
   for (std::uint32_t index = 0; index < count; ++index) {
     if (IsSameText(mimeType, records[index].mimeType)) {
-      encoder = records[index].clsid;
-      return static_cast<int>(index);
+      return records[index].clsid;
     }
   }
-  return -1;
+  return std::nullopt;
 }
 
-bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder) {
+Conversion ConvertImage(const std::string& from, const std::string& to,
+                        const ImageEncoder& encoder) {
   const auto load = FindGdiplusCall<LoadCall>("GdipCreateBitmapFromFile");
   const auto save = FindGdiplusCall<SaveCall>("GdipSaveImageToFile");
   const auto dispose = FindGdiplusCall<DisposeCall>("GdipDisposeImage");
   if (load == nullptr || save == nullptr || dispose == nullptr) {
-    return false;
+    return Conversion::kNotLoaded;
   }
   try {
     // Names that are no UTF-8 have no wide form.
@@ -80,12 +80,13 @@ bool ConvertImage(const std::string& from, const std::string& to, const ImageEnc
     const std::u16string wideTo = std::filesystem::path(NativePath(to)).u16string();
     void* loaded = nullptr;
     if (load(wideFrom.c_str(), &loaded) != kOk) {
-      return false;
+      return Conversion::kNotLoaded;
     }
     const std::unique_ptr<void, DisposeCall> bitmap(loaded, dispose);
-    return save(bitmap.get(), wideTo.c_str(), &encoder, nullptr) == kOk;
+    return save(bitmap.get(), wideTo.c_str(), &encoder, nullptr) == kOk ? Conversion::kDone
+                                                                        : Conversion::kNotSaved;
   } catch (const std::filesystem::filesystem_error&) {
-    return false;
+    return Conversion::kNotLoaded;
   }
 }
 

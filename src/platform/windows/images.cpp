@@ -29,35 +29,38 @@ std::wstring Widen(const std::string& text) {
 
 }  // namespace
 
-int FindImageEncoder(const std::wstring& mimeType, ImageEncoder& encoder) {
+std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType) {
   UINT count = 0;
   UINT bytes = 0;
   flat::GdipGetImageEncodersSize(&count, &bytes);
   if (bytes == 0) {
-    return -1;
+    return std::nullopt;
   }
-  // The records point to texts that lie behind them in the same memory.
+  // The records point to texts that lie after them in the same memory.
   std::vector<Gdiplus::ImageCodecInfo> records(bytes / sizeof(Gdiplus::ImageCodecInfo) + 1);
   flat::GdipGetImageEncoders(count, bytes, records.data());
   for (UINT index = 0; index < count; ++index) {
     if (records[index].MimeType != nullptr && mimeType == records[index].MimeType) {
+      ImageEncoder encoder = {};
       std::memcpy(encoder.data(), &records[index].Clsid, encoder.size());
-      return static_cast<int>(index);
+      return encoder;
     }
   }
-  return -1;
+  return std::nullopt;
 }
 
-bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder) {
+Conversion ConvertImage(const std::string& from, const std::string& to,
+                        const ImageEncoder& encoder) {
   Gdiplus::GpBitmap* loaded = nullptr;
   if (flat::GdipCreateBitmapFromFile(Widen(from).c_str(), &loaded) != Gdiplus::Ok) {
-    return false;
+    return Conversion::kNotLoaded;
   }
   const OwnedBitmap bitmap(loaded);
   CLSID identifier = {};
   std::memcpy(&identifier, encoder.data(), encoder.size());
-  return flat::GdipSaveImageToFile(bitmap.get(), Widen(to).c_str(), &identifier, nullptr) ==
-         Gdiplus::Ok;
+  const bool saved = flat::GdipSaveImageToFile(bitmap.get(), Widen(to).c_str(), &identifier,
+                                               nullptr) == Gdiplus::Ok;
+  return saved ? Conversion::kDone : Conversion::kNotSaved;
 }
 
 }  // namespace platform

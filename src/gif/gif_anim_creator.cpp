@@ -1,11 +1,13 @@
-// The driver: from a folder of frames to the finished GIF.
-#include <exception>
+#include "gif/gif_anim_creator.h"
+
+#include <cstdlib>
+#include <optional>
 
 #include "frames/working_images.h"
-#include "gif/gif_anim_creator.h"
 #include "log/diagnostic_log.h"
 #include "log/working_folders.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/images.h"
 #include "text/file_name.h"
 
@@ -13,21 +15,24 @@ namespace {
 
 constexpr int kDefaultFrameRate = 16;
 constexpr std::size_t kOutputBuffer = 65536;
+constexpr int kBrokenOffStatus = 4;
 
 }  // namespace
 
 int k3dGifAnimCreator::CreateAnimatedGif() {
+  if (g_tempRoot.IsEmpty()) {
+    StartLog();
+  }
   WriteLog("TessaraAnimationConsole::k3dGifAnimCreator::CreateAnimatedGif():Start");
   GetTheImageFiles();
   if (m_caeData.m_saImageFiles.IsEmpty()) {
     return 0;
   }
-  m_nDelay = 100 / (m_nFrameRate < 1 ? kDefaultFrameRate : m_nFrameRate);
+  m_merger.settings.delay = 100 / (m_nFrameRate < 1 ? kDefaultFrameRate : m_nFrameRate);
   platform::OwnedFile output = platform::OpenFile(m_sOutputFile, "wb");
   if (!output) {
     WriteLog(
-        "TessaraAnimationConsole::k3dGifAnimCreator::CreateAnimatedGif():Not able to open the "
-        "output file");
+        "TessaraAnimationConsole::k3dGifAnimCreator::CreateAnimatedGif():Not able to open the output file");
     return 0;
   }
   std::setvbuf(output.get(), nullptr, _IOFBF, kOutputBuffer);
@@ -36,7 +41,7 @@ int k3dGifAnimCreator::CreateAnimatedGif() {
     std::fputc(';', output.get());
     output.reset();
     WriteLog("TessaraAnimationConsole::k3dGifAnimCreator::CreateAnimatedGif():done");
-  } catch (const std::exception&) {
+  } catch (...) {
     WriteLog("TessaraAnimationConsole::k3dGifAnimCreator::CreateAnimatedGif():Exception caught");
   }
   m_caeData.DeleteImageFiles();
@@ -55,6 +60,15 @@ void k3dGifAnimCreator::GetTheImageFiles() {
   WriteLog("TessaraAnimationConsole::k3dGifAnimCreator::GetTheImageFiles():End");
 }
 
+bool k3dGifAnimCreator::AppendGifFile(const CString& path, std::FILE* output, int first) {
+  const GifFrameResult result = m_merger.AppendFile(path, output, first != 0);
+  if (result == GifFrameResult::kBrokenOff) {
+    std::fflush(output);
+    std::exit(kBrokenOffStatus);
+  }
+  return result == GifFrameResult::kCopied;
+}
+
 void k3dGifAnimCreator::AppendFrames(std::FILE* output) {
   int first = 1;
   for (const CString& path : m_caeData.m_saImageFiles) {
@@ -70,13 +84,17 @@ void k3dGifAnimCreator::AppendFrames(std::FILE* output) {
 }
 
 void k3dGifAnimCreator::AppendConverted(const CString& path, std::FILE* output, int first) {
-  const CString temporary = g_tempRoot + "\\" + &kTemporaryGifName[0];
+  // The environment can ask for an empty temp root, which would mean the root of the drive.
+  const CString folder = g_tempRoot.IsEmpty() ? CString(platform::SystemTempFolder()) : g_tempRoot;
+  const CString temporary = folder + "\\" + &kTemporaryGifName[0];
   // A picture of an earlier run must not stand in for one that cannot be converted.
   platform::RemoveFile(temporary);
   // A conversion that fails shows only as a file that cannot be opened.
-  platform::ImageEncoder encoder = {};
-  platform::FindImageEncoder(L"image/gif", encoder);
-  platform::ConvertImage(path, temporary, encoder);
+  const auto encoder = platform::FindImageEncoder(L"image/gif");
+  if (platform::ConvertImage(path, temporary, encoder.value_or(platform::ImageEncoder())) !=
+      platform::Conversion::kNotLoaded) {
+    m_aHeld.emplace_back(path);
+  }
   AppendGifFile(temporary, output, first);
   platform::RemoveFile(temporary);
 }
