@@ -31,7 +31,9 @@ class LzwFollower {
 
   void FollowCodes();
   int ReadCode();
+  void FillBits();
   std::uint8_t ReadDataByte();
+  void PutBackUnneeded();
   void NextFreeCode();
   void AddString(int prefix, int index);
   void OutputString(int code);
@@ -43,7 +45,7 @@ class LzwFollower {
   GifInput* input_ = nullptr;
 
   // The bits held, lowest first, and their number.
-  std::uint32_t bits_ = 0;
+  std::uint64_t bits_ = 0;
   int bitsHeld_ = 0;
   // The data bytes at hand, and how many more the sub-block has.
   GifInput::Run run_;
