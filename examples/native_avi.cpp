@@ -3,10 +3,10 @@
 //   native_avi InputFolder OutputFile [-FR n] ... [--uncompressed]
 //
 // The options are those of the console program. The compression dialog asks for the compressor;
-// with --uncompressed there is no dialog and no compression. The exit status is 0 when the output
-// is there and has frames, otherwise 1.
+// with --uncompressed there is no dialog and no compression. Frames that cannot be loaded or differ
+// in size are refused, and nothing is deleted. The exit status is 0 when the output holds every
+// frame, otherwise 1, after a line that says what is wrong.
 #include <cstring>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -24,9 +24,30 @@ namespace {
 // The writer deletes the frames even when it could not create its file, so that is tried first. A
 // file of an earlier run is gone afterwards, and cannot be taken for the result of this one.
 bool CanCreate(const CString& path) {
-  const bool created = std::ofstream(path.GetString()).is_open();
+  const bool created = platform::OpenFile(path, "wb") != nullptr;
   platform::RemoveFile(path);
   return created;
+}
+
+// Whether an AVI can hold the frames: each loads, in the size of the first. Says which does not.
+bool CheckFrames(const CStringArray& frames) {
+  BITMAP first = {};
+  for (const CString& frame : frames) {
+    BITMAP info = {};
+    if (GetObjectA(LoadFrameBitmap(frame).get(), sizeof(info), &info) == 0) {
+      ConsolePrint("%s: cannot be loaded\n", frame.GetString());
+      return false;
+    }
+    if (first.bmWidth == 0) {
+      first = info;
+    }
+    if (info.bmWidth != first.bmWidth || info.bmHeight != first.bmHeight) {
+      ConsolePrint("%s: is %ldx%ld pixels, the first frame is %ldx%ld\n", frame.GetString(),
+                   info.bmWidth, info.bmHeight, first.bmWidth, first.bmHeight);
+      return false;
+    }
+  }
+  return true;
 }
 
 std::string ResultText(HRESULT code) {
@@ -35,20 +56,16 @@ std::string ResultText(HRESULT code) {
   return text;
 }
 
-// Writes every frame that can be written. Returns whether that was all of them.
-bool WriteUncompressed(const k3dAviCreator& settings) {
+void WriteUncompressed(const k3dAviCreator& settings) {
   std::unique_ptr<AviHandle> avi =
       CreateAviFile(settings.m_sOutputFile, FramePeriod(settings.m_nFrameRate), nullptr);
-  bool complete = true;
   for (const CString& frame : settings.m_caeData.m_saImageFiles) {
     const HRESULT result = AddVideoFrame(avi.get(), LoadFrameBitmap(frame).get());
     if (result != AVIERR_OK) {
       ConsolePrint("%s: %s\n", frame.GetString(), ResultText(result).c_str());
-      complete = false;
     }
   }
   CloseAviFile(std::move(avi));
-  return complete;
 }
 
 // The number of frames in an AVI; 0 when it cannot be read or has no video.
@@ -85,18 +102,28 @@ int Run(std::vector<char*> arguments) {
     ConsolePrint("%s: no frames\n", creator.m_sInputFolder.GetString());
     return 1;
   }
+  if (!CheckFrames(creator.m_caeData.m_saImageFiles)) {
+    return 1;
+  }
   if (!CanCreate(creator.m_sOutputFile)) {
     ConsolePrint("%s: cannot be created\n", output);
     return 1;
   }
-  if (!uncompressed) {
+  if (uncompressed) {
+    WriteUncompressed(creator);
+  } else {
     creator.CreateAVI_MS();
-  } else if (WriteUncompressed(creator)) {
+  }
+  const LONG listed = creator.m_caeData.m_saImageFiles.GetSize();
+  const LONG written = CountFrames(creator.m_sOutputFile);
+  ConsolePrint("%s: %ld of %ld frames\n", output, written, listed);
+  if (written != listed) {
+    return 1;
+  }
+  if (uncompressed) {
     creator.m_caeData.DeleteImageFiles();
   }
-  const LONG frames = CountFrames(creator.m_sOutputFile);
-  ConsolePrint("%s: %ld frames\n", output, frames);
-  return frames > 0 ? 0 : 1;
+  return 0;
 }
 
 }  // namespace

@@ -3,11 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "frames/working_images.h"
 #include "app/command_line.h"
 #include "app/run_sequence.h"
 #include "app/validate.h"
 #include "frames/own_images.h"
+#include "frames/working_images.h"
 #include "movie/avi_creator.h"
 #include "platform/folders.h"
 #include "tests/support/log_fixture.h"

@@ -105,8 +105,10 @@ TEST_F(PosixTest, FoldersWithoutRights) {
   EXPECT_EQ(run(0311, 0777), "\n\nFailed to create AVI\n\n") << "cannot be listed";
   EXPECT_THAT(Log(), Not(Contains(HasSubstr("No of Image Files"))));
   EXPECT_EQ(run(0555, 0777), kSuccess) << "cannot be written to";
-  EXPECT_THAT(Log(), Contains("TessaraAnimationConsole::k3dAviCreator::CreateAVI():no temp image "
-                              "files are created for ffmpeg"));
+  EXPECT_THAT(
+      Log(),
+      Contains(
+          "TessaraAnimationConsole::k3dAviCreator::CreateAVI():no temp image files are created for ffmpeg"));
   const std::size_t logged = Log().size();
   chmod((temp_.Path() + "/TessaraMovieConsole_Log.txt").c_str(), 0444);
   EXPECT_EQ(run(0555, 0555), kSuccess) << "the log cannot be written";

@@ -27,9 +27,9 @@ TEST_F(WindowsTest, FrameOpenElsewhereIsNeitherCopiedNorDeleted) {
   SetFileAttributesA((frames_ / "a3.png").c_str(), FILE_ATTRIBUTE_READONLY);
   EXPECT_EQ(Run({frames_.Path(), "out.gif"}).output, kSuccess);
   CloseHandle(open);
-  EXPECT_THAT(Log(),
-              Contains("TessaraAnimationConsole::k3dAviCreator::RenameTheImageFiles():CopyFile"
-                       " failed"));
+  EXPECT_THAT(
+      Log(),
+      Contains("TessaraAnimationConsole::k3dAviCreator::RenameTheImageFiles():CopyFile failed"));
   // A copy takes the read-only attribute over and so outlives the run like its frame.
   EXPECT_THAT(frames_.Names(), ElementsAre("_console_qmbImgTemp_3.png", "a2.png", "a3.png"));
   for (const char* name : {"a3.png", "_console_qmbImgTemp_3.png"}) {

@@ -17,31 +17,31 @@ TEST(SystemInformation, DescribesVersionsInTheTablesOrder) {
     std::uint32_t major, minor;
     std::uint8_t productType;
     std::uint16_t suiteMask, architecture;
-    const wchar_t* text;
+    const char* text;
   } kCases[] = {
-      {6, 0, kWorkstation, 0, kX86, L"Windows Vista  SP (build 7), 32-bit"},
-      {6, 1, kServer, 0, kItanium, L"Windows Server 2008 R2  SP (build 7)"},
-      {10, 0, kWorkstation, 0, kArm, L" SP (build 7)"},
+      {6, 0, kWorkstation, 0, kX86, "Windows Vista  SP (build 7), 32-bit"},
+      {6, 1, kServer, 0, kItanium, "Windows Server 2008 R2  SP (build 7)"},
+      {10, 0, kWorkstation, 0, kArm, " SP (build 7)"},
       {5, 2, kServer, 0xA002, kX86,
-       L"Windows Storage Server 2003Enterprise Edition SP (build 7), 32-bit"},
+       "Windows Storage Server 2003Enterprise Edition SP (build 7), 32-bit"},
       {5, 2, kWorkstation, 0x0080, kX64,
-       L"Windows XP Professional x64 Edition SP (build 7), 64-bit"},
+       "Windows XP Professional x64 Edition SP (build 7), 64-bit"},
       {5, 2, kServer, 0x0082, kItanium,
-       L"Windows Server 2003, Datacenter Edition for Itanium-based Systems SP (build 7)"},
+       "Windows Server 2003, Datacenter Edition for Itanium-based Systems SP (build 7)"},
       {5, 2, kServer, 0x0400, kX64,
-       L"Windows Server 2003, Standard x64 Edition SP (build 7), 64-bit"},
+       "Windows Server 2003, Standard x64 Edition SP (build 7), 64-bit"},
       {5, 2, kServer, 0x4082, kX86,
-       L"Windows Server 2003, Compute Cluster Edition SP (build 7), 32-bit"},
-      {5, 1, kWorkstation, 0x0200, kX86, L"Windows XP Home Edition SP (build 7), 32-bit"},
-      {5, 0, kServer, 0x0082, kX86, L"Windows 2000 Datacenter Server SP (build 7), 32-bit"},
+       "Windows Server 2003, Compute Cluster Edition SP (build 7), 32-bit"},
+      {5, 1, kWorkstation, 0x0200, kX86, "Windows XP Home Edition SP (build 7), 32-bit"},
+      {5, 0, kServer, 0x0082, kX86, "Windows 2000 Datacenter Server SP (build 7), 32-bit"},
   };
   for (const auto& c : kCases) {
     const platform::WindowsVersion version = {c.major,       c.minor,       7, 2, "SP", c.suiteMask,
                                               c.productType, c.architecture};
-    EXPECT_EQ(DescribeSystem(version), std::wstring(L"Microsoft ") + c.text);
+    EXPECT_EQ(DescribeSystem(version), std::string("Microsoft ") + c.text);
   }
   EXPECT_EQ(DescribeSystem(platform::WindowsVersion{6, 2, 9200, 2, "", 0, kWorkstation, kX64}),
-            L"Microsoft  (build 9200), 64-bit");
+            "Microsoft  (build 9200), 64-bit");
   EXPECT_FALSE(DescribeSystem(platform::WindowsVersion{4, 10, 7, 2, "", 0, kWorkstation, kX86}));
   EXPECT_FALSE(DescribeSystem(platform::WindowsVersion{6, 1, 7, 1, "", 0, kWorkstation, kX86}));
 }

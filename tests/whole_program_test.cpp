@@ -48,13 +48,11 @@ TEST_F(WholeProgramTest, HelpAndTheShortestCalls) {
     std::string output;
   } kCases[] = {
       {{},
-       "\nUsage: Executable InputFolder  OutputFile \n\nHelp for Creating GIF file\nExecutable "
-       "/gif\n\nHelp for Creating AVI file\nExecutable /avi\n\n"},
+       "\nUsage: Executable InputFolder  OutputFile \n\nHelp for Creating GIF file\nExecutable /gif\n\nHelp for Creating AVI file\nExecutable /avi\n\n"},
       {{"D:/gifs/run1", "out.mp4"},
        "\nUsage:\nExecutable InputFolder OutputFile <-FR value> \nFR - Frame Rate\n\n"},
       {{"/avi"},
-       "\nUsage:\nExecutable InputFolder OutputFile <-FR value> <-S value> \nFR - Frame Rate\n"
-       "S  - Size  value is percentage\n"},
+       "\nUsage:\nExecutable InputFolder OutputFile <-FR value> <-S value> \nFR - Frame Rate\nS  - Size  value is percentage\n"},
       {{"*.png"}, kSuccess},
   };
   output_.Write("a.png");
@@ -66,7 +64,7 @@ TEST_F(WholeProgramTest, HelpAndTheShortestCalls) {
   }
   const Lines log = Log();
   ASSERT_EQ(log.size(), 4U * 7U) << "nothing is logged beyond the frame of a run";
-  EXPECT_EQ(log[21], "TessaraAnimationConsole: Version: 2.0.224.208");
+  EXPECT_EQ(log[21], "TessaraAnimationConsole: Version: " TESSARA_VERSION);
   EXPECT_THAT(log[22], testing::AnyOf("TessaraAnimationConsole: Win64 Application",
                                       "TessaraAnimationConsole: Linux64 Application"));
   EXPECT_THAT(log[23], testing::StartsWith("TessaraAnimationConsole::Args-> "));
@@ -269,8 +267,9 @@ TEST_F(WholeProgramTest, ConverterFaults) {
   EXPECT_THAT(Log(), Contains(tag + "RenameTheImageFiles():CopyFile failed"));
   SetVariable("TESSARA_DIR", temp_.Path().c_str());
   EXPECT_EQ(run({"a1.png", "a2.png"}), kFailure);
-  EXPECT_THAT(Log(), Contains(tag + "GetExternalAppPath(): Required component is missing in "
-                                    "TESSARA_DIR!!!"));
+  EXPECT_THAT(
+      Log(),
+      Contains(tag + "GetExternalAppPath(): Required component is missing in TESSARA_DIR!!!"));
   frames_.Clear();
 
   home_.MakeFolder(platform::ExecutableFileName("ffmpeg"));
@@ -301,8 +300,10 @@ TEST_F(WholeProgramTest, FrameThatCannotBeCopiedLeavesAGap) {
                                                      "_console_qmbImgTemp_3.png", "a2.png"));
   EXPECT_THAT(frames_.Names(), ElementsAre(".png", "a2.png"));
   EXPECT_EQ(frames_.Read("a2.png/kept.png"), "image");
-  EXPECT_THAT(Log(), Contains("TessaraAnimationConsole::k3dAviCreator::CreateAVI():deleted 2 temp "
-                              "image files (created for ffmpeg)"));
+  EXPECT_THAT(
+      Log(),
+      Contains(
+          "TessaraAnimationConsole::k3dAviCreator::CreateAVI():deleted 2 temp image files (created for ffmpeg)"));
 }
 
 TEST_F(WholeProgramTest, LosesTheLogAndGoesOn) {

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "app/console.h"
+#include "frames/frame_rate.h"
 #include "frames/own_images.h"
 #include "gif/gif_anim_creator.h"
 #include "log/diagnostic_log.h"
@@ -13,9 +14,8 @@
 namespace {
 
 constexpr int kLargestGifFrameRate = 30;
-constexpr int kDefaultGifFrameRate = 16;
 
-// An argument that may be an option word, the value behind it, and the one behind that, if any.
+// An argument that may be an option word, the value after it, and the one after that, if any.
 struct Option {
   CString word;
   CString value;
@@ -25,7 +25,7 @@ struct Option {
 };
 
 // Sets the two paths of a creator and the own-images flag, and applies the creator's own rules to
-// every argument that has a value behind it. One argument may match several options.
+// every argument that has a value after it. One argument may match several options.
 template <typename Creator, typename Rules>
 void WalkArguments(int argc, char** argv, Creator& creator, const Rules& applyRules) {
   if (argc > 1) {
@@ -92,13 +92,13 @@ bool ParseCommandLineForAVI(int argc, char** argv) {
 
 bool ParseCommandLineForGIF(int argc, char** argv) {
   WriteLog("TessaraAnimationConsole::ParseCommandLineForGIF:Start");
-  WalkArguments(
-      argc, argv, g_gifAnimCreator, [](k3dGifAnimCreator& settings, const Option& option) {
-        if (option.Has("-FR") || option.Has("-fr")) {
-          const int rate = ReadInteger(option.value);
-          settings.m_nFrameRate = rate > kLargestGifFrameRate ? kDefaultGifFrameRate : rate;
-        }
-      });
+  WalkArguments(argc, argv, g_gifAnimCreator,
+                [](k3dGifAnimCreator& settings, const Option& option) {
+                  if (option.Has("-FR") || option.Has("-fr")) {
+                    const int rate = ReadInteger(option.value);
+                    settings.m_nFrameRate = rate > kLargestGifFrameRate ? kDefaultFrameRate : rate;
+                  }
+                });
   WriteLog("TessaraAnimationConsole::ParseCommandLineForGIF:End");
   return true;
 }

@@ -45,21 +45,27 @@ bool MakeMovie(int argc, char** argv) {
 }  // namespace
 
 bool CreateMovie(int argc, char** argv, char** /*envp*/) {
+  // The program's own name is the first entry; a caller may leave even that out.
+  if (argc == 0) {
+    PrintMovieUsage();
+    return false;
+  }
   if (argc == 1) {
     PrintGeneralUsage();
     return false;
   }
   // The switches are found anywhere in the first argument, so a folder such as D:/gifs/run1 asks
   // for help as well.
-  const CString first = argc > 1 ? argv[1] : "";
+  const CString first = argv[1];
   if (first.Find("/gif") >= 0) {
     PrintGifUsage();
     return false;
   }
-  if (first.Find("/avi") >= 0 || argc < 2) {
+  if (first.Find("/avi") >= 0) {
     PrintMovieUsage();
     return false;
   }
+  // A folder without an output file: nothing to do, and callers count on this as a success.
   if (argc == 2) {
     return true;
   }

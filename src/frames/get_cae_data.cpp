@@ -6,12 +6,21 @@
 
 #include "frames/file_stem.h"
 #include "frames/frame_order.h"
+#include "frames/own_images.h"
+#include "frames/shared_prefix.h"
+#include "frames/working_images.h"
 #include "log/diagnostic_log.h"
 #include "platform/error_box.h"
+#include "platform/files.h"
+#include "platform/folder_listing.h"
 #include "text/file_name.h"
 #include "text/number.h"
 
 namespace {
+
+bool IsFrameName(const CString& name) {
+  return IsImageExtension(GetFileExtension(name)) && (!g_ownImages || IsViewerImage(name));
+}
 
 bool BeginsWith(const CString& text, const CString& start) {
   return text.Left(start.GetLength()) == start;
@@ -60,7 +69,7 @@ int PrimaryKey(const CString& variablePart) {
   return ReadInteger(underscore < 0 ? variablePart : variablePart.Left(underscore));
 }
 
-// The number behind the first underscore, further underscores dropped; 0 without an underscore.
+// The number after the first underscore, further underscores dropped; 0 without an underscore.
 int SecondaryKey(const CString& variablePart) {
   const int underscore = variablePart.Find("_");
   if (underscore < 0) {
@@ -89,7 +98,9 @@ CStringArray OrderByOneKey(const Selection& selected) {
 // without one stand between them in a way that leaves no order.
 CStringArray OrderByTwoKeys(const CStringArray& variableParts) {
   // The texts without an underscore have keys but no place among the texts, so in a mixed set a
-  // text is moved by the keys of its position and not by its own.
+  // text is moved by the keys of its position and not by its own. Of the parts 3_1, 1 and 4_1 the
+  // keys are 3, 1 and 4, but the texts are 3_1 and 4_1: the second position's key 1 moves 4_1 to
+  // the front.
   std::vector<TwoKeyEntry> entries;
   CStringArray texts;
   for (const CString& part : variableParts) {
@@ -110,6 +121,89 @@ CStringArray OrderByTwoKeys(const CStringArray& variableParts) {
 }
 
 }  // namespace
+
+bool k3dGetCAEData::GetFilesFromDirectory() {
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():Start");
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():m_sDirectoryName: " +
+           m_sDirectoryName);
+  const auto entries = platform::ListFolder(m_sDirectoryName);
+  if (!entries) {
+    return false;
+  }
+  for (const CString name : *entries) {
+    if (IsFrameName(name)) {
+      m_saFileNames.Add(name);
+      WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():" + name);
+    }
+  }
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():No of Image Files:" +
+           IntToString(m_saFileNames.GetSize()));
+
+  // The log and the box of a single image spell "sufficient" differently; both are kept.
+  if (m_saFileNames.IsEmpty()) {
+    WriteLog(
+        "TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():Input folder doesn't have image files");
+    platform::ShowErrorBox("Input folder doesn't have image files!!!", "Tessara");
+    return false;
+  }
+  if (m_saFileNames.GetSize() == 1) {
+    WriteLog(
+        "TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():Input folder doesn't have suffient image files to create movie");
+    platform::ShowErrorBox("Input folder doesn't have sufficient image files to create movie!!!",
+                           "Tessara");
+    return false;
+  }
+  if (!GetCommonFileName()) {
+    WriteLog(
+        "TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():GetCommonFileName failed");
+    return false;
+  }
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetFilesFromDirectory():End");
+  return true;
+}
+
+bool k3dGetCAEData::GetCommonFileName() {
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileName():Start");
+  // Prefixes end before the stem does, but whole names are compared with them.
+  std::vector<PrefixCandidate> candidates;
+  for (const CString& name : m_saFileNames) {
+    candidates.push_back({name, StemLength(name) - 1});
+  }
+  const SharedPrefix shared = FindSharedPrefix(candidates);
+  if (shared.holders >= 2) {
+    m_sCommonStr = shared.prefix;
+  }
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileName():Common Str:" +
+           m_sCommonStr);
+  if (m_sCommonStr.IsEmpty()) {
+    WriteLog(
+        "TessaraAnimationConsole::k3dGetCAEData::GetCommonFileName():Input folder doesn't have sufficient information to sort the image files");
+    platform::ShowErrorBox(
+        "Input folder doesn't have sufficient information to sort the image files!!!", "Tessara");
+    return false;
+  }
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileName():End");
+  return true;
+}
+
+bool k3dGetCAEData::GetCommonFileNameFromRear() {
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileNameFromRear():Start");
+  // A suffix of the stem is a prefix of the stem read backwards.
+  std::vector<PrefixCandidate> candidates;
+  for (const CString& name : m_saFileNames) {
+    std::string stem = CutBeforeLast(GetBareName(name), '.');
+    std::reverse(stem.begin(), stem.end());
+    const int length = static_cast<int>(stem.size());
+    candidates.push_back({std::move(stem), length - 1});
+  }
+  std::string suffix = FindSharedPrefix(candidates).prefix;
+  std::reverse(suffix.begin(), suffix.end());
+  m_sCommonStr = suffix;
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileNameFromRear():Common Str:" +
+           m_sCommonStr);
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCommonFileNameFromRear():End");
+  return true;
+}
 
 bool k3dGetCAEData::GetCAEData() {
   WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCAEData():Start");
@@ -138,12 +232,27 @@ bool k3dGetCAEData::GetCAEData() {
            IntToString(m_saImageFiles.GetSize()));
   if (m_saImageFiles.GetSize() < 2) {
     WriteLog(
-        "TessaraAnimationConsole::k3dGetCAEData::GetCAEData():Input folder doesn't have suffient "
-        "image files to create movie");
+        "TessaraAnimationConsole::k3dGetCAEData::GetCAEData():Input folder doesn't have suffient image files to create movie");
     platform::ShowErrorBox("Input folder doesn't have suffient image files to create movie!!!",
                            "Tessara");
     return false;
   }
   WriteLog("TessaraAnimationConsole::k3dGetCAEData::GetCAEData():End");
   return true;
+}
+
+void k3dGetCAEData::DeleteImageFiles() const {
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles():Start");
+  for (const CString& path : m_saImageFiles) {
+    platform::RemoveFile(path);
+  }
+  if (m_saImageFiles.IsEmpty()) {
+    WriteLog(
+        "TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles():no temp image files are created");
+  } else {
+    // The size of the list, not the number of files that are really gone.
+    WriteLog("TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles(): deleted " +
+             IntToString(m_saImageFiles.GetSize()) + " temp image files");
+  }
+  WriteLog("TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles():End");
 }

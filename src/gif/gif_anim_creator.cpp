@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int kDefaultFrameRate = 16;
 constexpr std::size_t kOutputBuffer = 65536;
 constexpr int kBrokenOffStatus = 4;
 
@@ -28,7 +27,7 @@ int k3dGifAnimCreator::CreateAnimatedGif() {
   if (m_caeData.m_saImageFiles.IsEmpty()) {
     return 0;
   }
-  m_merger.settings.delay = 100 / (m_nFrameRate < 1 ? kDefaultFrameRate : m_nFrameRate);
+  m_merger.settings.delay = 100 / UsableFrameRate(m_nFrameRate);
   platform::OwnedFile output = platform::OpenFile(m_sOutputFile, "wb");
   if (!output) {
     WriteLog(

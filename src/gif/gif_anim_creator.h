@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "frames/frame_rate.h"
 #include "frames/get_cae_data.h"
 #include "gif/gif_merger.h"
 #include "platform/file_hold.h"
@@ -42,8 +43,8 @@ class k3dGifAnimCreator {
   GifMerger m_merger;
   CString m_sInputFolder;
   CString m_sOutputFile;
-  // In frames per second; below 1 counts as 16.
-  int m_nFrameRate = 16;
+  // In frames per second; below 1 counts as the default.
+  int m_nFrameRate = kDefaultFrameRate;
 
  private:
   void AppendFrames(std::FILE* output);

@@ -1,7 +1,8 @@
 #include "log/diagnostic_log.h"
 
+#include <cstdio>
 #include <ctime>
-#include <fstream>
+#include <string>
 
 #include "log/working_folders.h"
 #include "platform/error_box.h"
@@ -11,7 +12,7 @@ namespace {
 
 struct LogFile {
   CString path;
-  std::ofstream stream;
+  platform::OwnedFile stream;
 };
 
 LogFile& TheLog() {
@@ -30,24 +31,31 @@ bool InitLog(const CString& path, bool exactPath) {
   LogFile& log = TheLog();
   log.path = exactPath ? path : GetDatedFolderName(GetTempRootFolder()) + "\\" + path;
   if (platform::QueryAttributes(log.path)) {
-    platform::OpenForAppending(log.stream, log.path);
+    log.stream = platform::OpenFile(log.path, "a");
   }
   return true;
 }
 
 void WriteLog(const CString& message, bool showBox) {
   LogFile& log = TheLog();
-  if (!log.stream.is_open()) {
-    platform::OpenForAppending(log.stream, log.path);
+  if (!log.stream) {
+    log.stream = platform::OpenFile(log.path, "a");
   }
   const std::time_t now = std::time(nullptr);
   const std::tm local = *std::localtime(&now);
-  log.stream << '[' << local.tm_hour << ':' << local.tm_min << ':' << local.tm_sec << ", "
-             << local.tm_mday << '-' << local.tm_mon + 1 << '-' << local.tm_year + 1900 << "] "
-             << message.GetString() << '\n';
+  CString line;
+  line.Format("[%d:%d:%d, %d-%d-%d] ", local.tm_hour, local.tm_min, local.tm_sec, local.tm_mday,
+              local.tm_mon + 1, local.tm_year + 1900);
+  line += message;
+  line += '\n';
+  if (log.stream) {
+    std::fputs(line.GetString(), log.stream.get());
+  }
   if (showBox) {
-    log.stream.flush();
+    if (log.stream) {
+      std::fflush(log.stream.get());
+    }
     platform::ShowErrorBox(message, "Orbitane");
   }
-  log.stream.close();
+  log.stream.reset();
 }

@@ -1,6 +1,7 @@
 // k3dAviCreator: makes a movie of a folder of frames.
 #pragma once
 
+#include "frames/frame_rate.h"
 #include "frames/get_cae_data.h"
 #include "text/cstring.h"
 #include "text/cstring_array.h"
@@ -54,7 +55,7 @@ class k3dAviCreator {
   // Its extension selects the format.
   CString m_sOutputFile;
   // In frames per second.
-  int m_nFrameRate = 16;
+  int m_nFrameRate = kDefaultFrameRate;
   // Multiplies the presentation time stamps: above 1 the movie is slower.
   float m_fSizeFactor = 1.0F;
   CString m_sCodec = "msmpeg4v2";

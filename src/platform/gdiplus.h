@@ -5,9 +5,10 @@
 
 namespace platform {
 
-// Starts GDI+ when made and shuts it down at Stop() or, at the latest, when it goes. GDI+ is the
-// system's own on Windows; elsewhere it is a library loaded at run time, and without that library
-// the session does nothing and every image operation fails with a status.
+// Starts GDI+ when made and shuts it down at Stop() or, at the latest, when it goes; one session at
+// a time. GDI+ is the system's own on Windows. Elsewhere it is a library that costs more than the
+// rest of a run, so it is loaded and started by the first image operation that the session sees;
+// without that library every image operation fails.
 class GdiplusSession {
  public:
   GdiplusSession();
@@ -18,6 +19,7 @@ class GdiplusSession {
   void Stop();
 
  private:
+  // What the system asks for at the shutdown; 0 without a session.
   std::uintptr_t token_ = 0;
 };
 

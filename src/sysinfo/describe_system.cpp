@@ -1,6 +1,7 @@
 #include "sysinfo/describe_system.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <string_view>
 
 namespace {
@@ -26,92 +27,100 @@ bool Has(const WindowsVersion& version, std::uint16_t suite) {
   return (version.suiteMask & suite) != 0;
 }
 
-std::wstring ServerEdition(const WindowsVersion& version) {
+struct Row {
+  bool applies;
+  std::string_view text;
+};
+
+// The text of the first row that applies; empty when none does.
+std::string FirstMatch(std::initializer_list<Row> rows) {
+  for (const Row& row : rows) {
+    if (row.applies) {
+      return std::string(row.text);
+    }
+  }
+  return "";
+}
+
+std::string ServerEdition(const WindowsVersion& version) {
+  const bool enterprise = Has(version, kEnterprise);
+  const bool datacenter = Has(version, kDatacenter);
   switch (version.architecture) {
     case kItanium:
-      return Has(version, kDatacenter)   ? L"Datacenter Edition for Itanium-based Systems"
-             : Has(version, kEnterprise) ? L"Enterprise Edition for Itanium-based Systems"
-                                         : L"";
+      return FirstMatch({
+          {datacenter, "Datacenter Edition for Itanium-based Systems"},
+          {enterprise, "Enterprise Edition for Itanium-based Systems"},
+      });
     case kX64:
-      return Has(version, kDatacenter)   ? L"Datacenter x64 Edition"
-             : Has(version, kEnterprise) ? L"Enterprise x64 Edition"
-                                         : L"Standard x64 Edition";
+      return FirstMatch({
+          {datacenter, "Datacenter x64 Edition"},
+          {enterprise, "Enterprise x64 Edition"},
+          {true, "Standard x64 Edition"},
+      });
     default:
-      return Has(version, kComputeServer) ? L"Compute Cluster Edition"
-             : Has(version, kDatacenter)  ? L"Datacenter Edition"
-             : Has(version, kEnterprise)  ? L"Enterprise Edition"
-             : Has(version, kBlade)       ? L"Web Edition"
-                                          : L"Standard Edition";
+      return FirstMatch({
+          {Has(version, kComputeServer), "Compute Cluster Edition"},
+          {datacenter, "Datacenter Edition"},
+          {enterprise, "Enterprise Edition"},
+          {Has(version, kBlade), "Web Edition"},
+          {true, "Standard Edition"},
+      });
   }
 }
 
-std::wstring Name52(const WindowsVersion& version) {
+std::string Name52(const WindowsVersion& version) {
   const bool workstation = version.productType == kWorkstation;
-  std::wstring name = Has(version, kStorageServer) ? L"Windows Storage Server 2003"
-                      : Has(version, kHomeServer)  ? L"Windows Home Server"
-                      : workstation && version.architecture == kX64
-                          ? L"Windows XP Professional x64 Edition"
-                          : L"Windows Server 2003, ";
+  const std::string name = FirstMatch({
+      {Has(version, kStorageServer), "Windows Storage Server 2003"},
+      {Has(version, kHomeServer), "Windows Home Server"},
+      {workstation && version.architecture == kX64, "Windows XP Professional x64 Edition"},
+      {true, "Windows Server 2003, "},
+  });
   return workstation ? name : name + ServerEdition(version);
 }
 
-std::wstring Name50(const WindowsVersion& version) {
-  const std::wstring edition = version.productType == kWorkstation ? L"Professional"
-                               : Has(version, kDatacenter)         ? L"Datacenter Server"
-                               : Has(version, kEnterprise)         ? L"Advanced Server"
-                                                                   : L"Server";
-  return L"Windows 2000 " + edition;
-}
-
 // The name and edition; empty for a version that the table does not know.
-std::wstring Name(const WindowsVersion& version) {
+std::string Name(const WindowsVersion& version) {
   const bool workstation = version.productType == kWorkstation;
   const auto is = [&version](std::uint32_t major, std::uint32_t minor) {
     return version.major == major && version.minor == minor;
   };
-  if (is(6, 0)) {
-    return workstation ? L"Windows Vista " : L"Windows Server 2008 ";
-  }
-  if (is(6, 1)) {
-    return workstation ? L"Windows 7 " : L"Windows Server 2008 R2 ";
-  }
   if (is(5, 2)) {
     return Name52(version);
   }
-  if (is(5, 1)) {
-    const std::wstring edition = Has(version, kPersonal) ? L"Home Edition" : L"Professional";
-    return L"Windows XP " + edition;
-  }
-  if (is(5, 0)) {
-    return Name50(version);
-  }
-  return L"";
-}
-
-std::wstring Widened(std::string_view text) {
-  return {text.begin(), text.end()};
+  return FirstMatch({
+      {is(6, 0) && workstation, "Windows Vista "},
+      {is(6, 0), "Windows Server 2008 "},
+      {is(6, 1) && workstation, "Windows 7 "},
+      {is(6, 1), "Windows Server 2008 R2 "},
+      {is(5, 1) && Has(version, kPersonal), "Windows XP Home Edition"},
+      {is(5, 1), "Windows XP Professional"},
+      {is(5, 0) && workstation, "Windows 2000 Professional"},
+      {is(5, 0) && Has(version, kDatacenter), "Windows 2000 Datacenter Server"},
+      {is(5, 0) && Has(version, kEnterprise), "Windows 2000 Advanced Server"},
+      {is(5, 0), "Windows 2000 Server"},
+  });
 }
 
 }  // namespace
 
-std::optional<std::wstring> DescribeSystem(const WindowsVersion& version) {
+std::optional<std::string> DescribeSystem(const WindowsVersion& version) {
   if (version.platformId != kNtFamily || version.major < 5) {
     return std::nullopt;
   }
-  std::wstring text = L"Microsoft " + Name(version);
+  std::string text = "Microsoft " + Name(version);
   if (!version.servicePack.empty()) {
-    text += L" " + Widened(version.servicePack);
+    text += " " + version.servicePack;
   }
-  text += L" (build " + std::to_wstring(version.build) + L")";
+  text += " (build " + std::to_string(version.build) + ")";
   if (version.architecture == kX64) {
-    text += L", 64-bit";
+    text += ", 64-bit";
   } else if (version.architecture == kX86) {
-    text += L", 32-bit";
+    text += ", 32-bit";
   }
   return text;
 }
 
-std::optional<std::wstring> DescribeSystem(const platform::UnixVersion& version) {
-  return Widened(version.name + " " + version.release) + L", " + std::to_wstring(version.bits) +
-         L"-bit";
+std::optional<std::string> DescribeSystem(const platform::UnixVersion& version) {
+  return version.name + " " + version.release + ", " + std::to_string(version.bits) + "-bit";
 }

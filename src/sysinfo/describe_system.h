@@ -8,7 +8,7 @@
 
 // Describes a version of Windows, for instance "Microsoft Windows 7  Service Pack 1 (build 7601),
 // 64-bit"; nothing for one that is not of the NT family or is older than major version 5.
-std::optional<std::wstring> DescribeSystem(const platform::WindowsVersion& version);
+std::optional<std::string> DescribeSystem(const platform::WindowsVersion& version);
 
 // Describes a Unix system by name, release and bitness.
-std::optional<std::wstring> DescribeSystem(const platform::UnixVersion& version);
+std::optional<std::string> DescribeSystem(const platform::UnixVersion& version);

@@ -14,14 +14,8 @@
 #include "platform/system_version.h"
 #include "sysinfo/describe_system.h"
 
-namespace {
-
-constexpr char kVersion[] = "2.0.224.208";
-
-}  // namespace
-
 void LogVersionInfo() {
-  WriteLog(CString("TessaraAnimationConsole: Version: ") + &kVersion[0]);
+  WriteLog("TessaraAnimationConsole: Version: " TESSARA_VERSION);
   WriteLog(platform::ApplicationLine());
 }
 
@@ -39,13 +33,12 @@ bool GetVersionString(wchar_t* text, std::size_t capacity) {
   if (!version || capacity == 0) {
     return false;
   }
-  const std::optional<std::wstring> description =
+  const std::optional<std::string> description =
       std::visit([](const auto& known) { return DescribeSystem(known); }, *version);
   if (!description) {
     return false;
   }
-  const std::size_t length = description->copy(text, capacity - 1);
-  text[length] = L'\0';
+  *std::copy_n(description->begin(), std::min(description->size(), capacity - 1), text) = L'\0';
   return true;
 }
 

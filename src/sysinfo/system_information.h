@@ -13,8 +13,8 @@ void LogOSVersion();
 
 // Writes the operating system's description to `text`, a buffer of `capacity` characters, cut to
 // what fits and always ended by a zero. Returns false, with the buffer untouched, when the system
-// does not tell its version or is older than the version table.
+// does not give its version or is older than the version table.
 bool GetVersionString(wchar_t* text, std::size_t capacity);
 
-// The process's current and peak memory use as a text; empty when the system does not tell.
+// The process's current and peak memory use as a text; empty when the system does not give them.
 CString LogPeakMemoryUsage();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdlib>
 #include <limits>
 #include <string>
@@ -14,7 +15,11 @@ int ReadInteger(const CString& text) {
 }
 
 float ReadFloat(const CString& text) {
-  const double value = std::strtod(text.GetString(), nullptr);
+  // The conversion would also read words such as "inf" and hexadecimal numbers.
+  const std::string& whole = text;
+  const std::size_t start = std::min(whole.find_first_not_of(" \t\n\v\f\r"), whole.size());
+  const std::size_t end = whole.find_first_not_of("+-.0123456789eE", start);
+  const double value = std::strtod(whole.substr(start, end - start).c_str(), nullptr);
   if (std::abs(value) > std::numeric_limits<float>::max()) {
     return std::copysign(std::numeric_limits<float>::infinity(),
                          static_cast<float>(value < 0 ? -1 : 1));

@@ -8,7 +8,8 @@
 // Numbers beyond 32 bits become the nearest 32-bit limit.
 int ReadInteger(const CString& text);
 
-// The floating-point number at the start of a text, read as leniently; 0 when there is none.
+// The decimal number at the start of a text, with or without fraction and exponent, read as
+// leniently; 0 when there is no digit.
 // Numbers beyond the range of a float become infinite.
 float ReadFloat(const CString& text);
 

@@ -1,4 +1,5 @@
-// The audio stream: samples, and waves.
+#include "movie/native_avi/avi_audio.h"
+
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -6,8 +7,7 @@
 #include <tuple>
 #include <vector>
 
-#include "movie/native_avi/avi_call.h"
-#include "movie/native_avi/native_avi.h"
+#include "platform/owned.h"
 
 namespace {
 
@@ -29,11 +29,6 @@ struct Wave {
   std::span<const BYTE> samples;
 };
 
-struct FileCloser {
-  using pointer = HANDLE;
-  void operator()(HANDLE file) const { CloseHandle(file); }
-};
-
 // The checks that come before anything is done with sound.
 HRESULT CheckAudioCall(const AviHandle* handle, const void* data) {
   if (handle == nullptr) {
@@ -49,7 +44,7 @@ bool IsUsable(const WAVEFORMATEX& format) {
   return format.nChannels != 0 && format.nBlockAlign != 0;
 }
 
-// Compares all but the size of the extra data, which a wave with a plain header does not tell.
+// Compares all but the size of the extra data, which a wave with a plain header does not give.
 bool IsSameFormat(const WAVEFORMATEX& left, const WAVEFORMATEX& right) {
   const auto fields = [](const WAVEFORMATEX& format) {
     return std::tuple<WORD, WORD, DWORD, DWORD, WORD, WORD>(
@@ -98,16 +93,16 @@ HRESULT WriteSamples(AviHandle& handle, const void* samples, DWORD size) {
   return Noted(handle, result);
 }
 
-// The whole content of a file, or the code that tells why there is none.
+// The whole content of a file, or the code that says why there is none.
 HRESULT ReadWholeFile(const char* path, std::vector<BYTE>& content) {
   auto* const opened = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                    FILE_ATTRIBUTE_NORMAL, nullptr);
   if (opened == INVALID_HANDLE_VALUE) {
     return AVIERR_FILEOPEN;
   }
-  const std::unique_ptr<HANDLE, FileCloser> file(opened);
+  const platform::Owned<HANDLE, CloseHandle> file(opened);
   LARGE_INTEGER size = {};
-  // The header of a wave cannot tell of 4 GB or more.
+  // The header of a wave cannot give a size of 4 GB or more.
   if (GetFileSizeEx(file.get(), &size) == 0 || size.HighPart != 0) {
     return AVIERR_FILEREAD;
   }

@@ -1,10 +1,9 @@
-// Opening and closing an AVI file.
-#include <utility>
+#include "movie/native_avi/avi_file.h"
 
-#include "movie/native_avi/native_avi.h"
+#include "frames/frame_rate.h"
 
 DWORD FramePeriod(int frameRate) {
-  return static_cast<DWORD>(1000 / (frameRate < 1 ? 16 : frameRate));
+  return static_cast<DWORD>(1000 / UsableFrameRate(frameRate));
 }
 
 std::unique_ptr<AviHandle> CreateAviFile(const CString& path, DWORD period,

@@ -1,38 +1,25 @@
-// The video stream: its compression and its frames.
+#include "movie/native_avi/avi_video.h"
+
 #include <algorithm>
 #include <vector>
 
-#include "movie/native_avi/avi_call.h"
-#include "movie/native_avi/native_avi.h"
+#include "platform/owned.h"
 
 namespace {
 
 constexpr DWORD kUncompressed = mmioFOURCC('D', 'I', 'B', ' ');
 
-// Compression options, and the memory that codecs and the dialog hang on them.
-class CompressOptions {
- public:
-  explicit CompressOptions(const AVICOMPRESSOPTIONS& options) : options_(options) {}
-  ~CompressOptions() { AVISaveOptionsFree(1, &pointer_); }
-  CompressOptions(const CompressOptions&) = delete;
-  CompressOptions& operator=(const CompressOptions&) = delete;
+// Lets the user change the options for `stream`. Returns whether the dialog was closed with OK.
+bool Ask(AVICOMPRESSOPTIONS& options, IAVIStream* stream, HWND owner) {
+  AVICOMPRESSOPTIONS* pointer = &options;
+  return AVISaveOptions(owner, 0, 1, &stream, &pointer) == TRUE;
+}
 
-  // Lets the user change the options for `stream`. Returns whether it was closed with OK.
-  bool Ask(IAVIStream* stream, HWND owner) {
-    return AVISaveOptions(owner, 0, 1, &stream, &pointer_) == TRUE;
-  }
-
-  AVICOMPRESSOPTIONS* Get() { return pointer_; }
-
- private:
-  AVICOMPRESSOPTIONS options_;
-  AVICOMPRESSOPTIONS* pointer_ = &options_;
-};
-
-struct DeviceContextDeleter {
-  using pointer = HDC;
-  void operator()(HDC context) const { DeleteDC(context); }
-};
+// Frees the memory that codecs and the dialog hang on options.
+void Free(AVICOMPRESSOPTIONS& options) {
+  AVICOMPRESSOPTIONS* pointer = &options;
+  AVISaveOptionsFree(1, &pointer);
+}
 
 // The checks that come before anything is done with a frame. Fills `dib` when they are passed.
 HRESULT CheckVideoCall(const AviHandle* handle, HBITMAP frame, DIBSECTION& dib) {
@@ -61,14 +48,14 @@ HRESULT MakeVideoStream(AviHandle& handle, const DIBSECTION& dib) {
   return Noted(handle, result);
 }
 
-// The bitmap's header with its colour table behind it.
+// The bitmap's header with its colour table after it.
 std::vector<BYTE> VideoFormat(HBITMAP frame, const DIBSECTION& dib) {
   const BITMAPINFOHEADER& header = dib.dsBmih;
   std::vector<BYTE> format(sizeof(header) + header.biClrUsed * sizeof(RGBQUAD));
   const auto* const bytes = reinterpret_cast<const BYTE*>(&header);
   std::copy(bytes, bytes + sizeof(header), format.begin());
   if (header.biClrUsed != 0) {
-    const std::unique_ptr<HDC, DeviceContextDeleter> context(CreateCompatibleDC(nullptr));
+    const platform::Owned<HDC, DeleteDC> context(CreateCompatibleDC(nullptr));
     auto* const previous = SelectObject(context.get(), frame);
     auto* const colours = reinterpret_cast<RGBQUAD*>(&format[sizeof(header)]);
     GetDIBColorTable(context.get(), 0, header.biClrUsed, colours);
@@ -77,16 +64,17 @@ std::vector<BYTE> VideoFormat(HBITMAP frame, const DIBSECTION& dib) {
   return format;
 }
 
+// Frees what hangs on `options`.
 HRESULT MakeCompressedStream(AviHandle& handle, HBITMAP frame, const DIBSECTION& dib,
-                             CompressOptions& options) {
+                             AVICOMPRESSOPTIONS options) {
   IAVIStream* stream = nullptr;
-  HRESULT result =
-      AVIMakeCompressedStream(&stream, handle.videoStream.get(), options.Get(), nullptr);
+  HRESULT result = AVIMakeCompressedStream(&stream, handle.videoStream.get(), &options, nullptr);
   handle.compressedVideoStream.reset(stream);
+  const DWORD compressor = options.fccHandler;
+  Free(options);
   if (result != AVIERR_OK) {
     return Noted(handle, result);
   }
-  const DWORD compressor = options.Get()->fccHandler;
   if (compressor != 0 && compressor != kUncompressed) {
     handle.compressorInputSize = dib.dsBmih.biSizeImage;
   }
@@ -100,15 +88,14 @@ HRESULT MakeUncompressedStream(AviHandle& handle, HBITMAP frame, const DIBSECTIO
   if (handle.compressedVideoStream != nullptr) {
     return AVIERR_OK;
   }
-  CompressOptions options(CompressorOptions(kUncompressed));
-  return MakeCompressedStream(handle, frame, dib, options);
+  return MakeCompressedStream(handle, frame, dib, CompressorOptions(kUncompressed));
 }
 
 }  // namespace
 
 HRESULT SetVideoCompression(AviHandle* handle, HBITMAP frame, const AVICOMPRESSOPTIONS* options,
                             bool showDialog, HWND owner) {
-  CompressOptions chosen(options == nullptr ? AVICOMPRESSOPTIONS{} : *options);
+  AVICOMPRESSOPTIONS chosen = options == nullptr ? AVICOMPRESSOPTIONS{} : *options;
   DIBSECTION dib = {};
   if (const HRESULT result = CheckVideoCall(handle, frame, dib); result != AVIERR_OK) {
     return result;
@@ -119,7 +106,8 @@ HRESULT SetVideoCompression(AviHandle* handle, HBITMAP frame, const AVICOMPRESSO
   if (const HRESULT result = MakeVideoStream(*handle, dib); result != AVIERR_OK) {
     return result;
   }
-  if (showDialog && !chosen.Ask(handle->videoStream.get(), owner)) {
+  if (showDialog && !Ask(chosen, handle->videoStream.get(), owner)) {
+    Free(chosen);
     return Noted(*handle, AVIERR_USERABORT);
   }
   return MakeCompressedStream(*handle, frame, dib, chosen);

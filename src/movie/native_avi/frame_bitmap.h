@@ -3,15 +3,10 @@
 
 #include <windows.h>
 
-#include <memory>
-
+#include "platform/owned.h"
 #include "text/cstring.h"
 
-struct BitmapDeleter {
-  using pointer = HBITMAP;
-  void operator()(HBITMAP bitmap) const { DeleteObject(bitmap); }
-};
-using OwnedBitmap = std::unique_ptr<HBITMAP, BitmapDeleter>;
+using OwnedBitmap = platform::Owned<HBITMAP, DeleteObject>;
 
 // Loads an image file as a DIB section of 32 bits a pixel, transparent parts on opaque black. GDI+
 // has to be started; the file is closed again on return. Returns null when GDI+ cannot load it.

@@ -1,9 +1,12 @@
-// The result codes in words.
+#include "movie/native_avi/result_text.h"
+
+// vfw.h builds on both, and has the codes.
+#include <mmsystem.h>
+#include <vfw.h>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
-
-#include "movie/native_avi/native_avi.h"
 
 namespace {
 

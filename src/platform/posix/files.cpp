@@ -9,6 +9,11 @@
 #include "platform/posix/native_path.h"
 
 namespace platform {
+namespace {
+
+constexpr mode_t kAnyWritePermission = S_IWUSR | S_IWGRP | S_IWOTH;
+
+}  // namespace
 
 bool CopyFileReplacing(const std::string& from, const std::string& to) {
   std::error_code error;
@@ -17,7 +22,12 @@ bool CopyFileReplacing(const std::string& from, const std::string& to) {
 }
 
 bool RemoveFile(const std::string& path) {
-  return unlink(NativePath(path).c_str()) == 0;
+  const std::string native = NativePath(path);
+  struct stat status = {};
+  if (lstat(native.c_str(), &status) != 0 || (status.st_mode & kAnyWritePermission) == 0) {
+    return false;
+  }
+  return unlink(native.c_str()) == 0;
 }
 
 std::optional<std::uint32_t> QueryAttributes(const std::string& path) {
@@ -33,10 +43,6 @@ std::optional<std::uint32_t> QueryAttributes(const std::string& path) {
     attributes |= kReadOnly;
   }
   return attributes;
-}
-
-void OpenForAppending(std::ofstream& stream, const std::string& path) {
-  stream.open(NativePath(path), std::ios::out | std::ios::app);
 }
 
 OwnedFile OpenFile(const std::string& path, const char* mode) {

@@ -4,17 +4,13 @@
 #include <strings.h>
 
 #include <algorithm>
-#include <memory>
 #include <tuple>
 
+#include "platform/owned.h"
 #include "platform/posix/native_path.h"
 
 namespace platform {
 namespace {
-
-struct FolderCloser {
-  void operator()(DIR* folder) const { closedir(folder); }
-};
 
 bool ListedBefore(const std::string& a, const std::string& b) {
   const bool aIsFolderItself = a == "." || a == "..";
@@ -29,7 +25,7 @@ bool ListedBefore(const std::string& a, const std::string& b) {
 }  // namespace
 
 std::optional<std::vector<std::string>> ListFolder(const std::string& folder) {
-  const std::unique_ptr<DIR, FolderCloser> listing(opendir(NativePath(folder).c_str()));
+  const Owned<DIR*, closedir> listing(opendir(NativePath(folder).c_str()));
   if (!listing) {
     return std::nullopt;
   }

@@ -14,13 +14,27 @@ struct StartupInput {
 using StartupCall = int (*)(std::uintptr_t* token, const StartupInput* input, void* output);
 using ShutdownCall = void (*)(std::uintptr_t token);
 
+// Where the token of the session that is under way goes once the library is started; null without
+// a session.
+std::uintptr_t*& SessionToken() {
+  static std::uintptr_t* token = nullptr;
+  return token;
+}
+
 }  // namespace
 
-GdiplusSession::GdiplusSession() {
-  const StartupInput input;
-  if (const auto start = FindGdiplusCall<StartupCall>("GdiplusStartup")) {
-    start(&token_, &input, nullptr);
+void* StartedGdiplusLibrary() {
+  static void* const library = dlopen("libgdiplus.so.0", RTLD_NOW | RTLD_LOCAL);
+  std::uintptr_t* const token = SessionToken();
+  if (library != nullptr && token != nullptr && *token == 0) {
+    const StartupInput input;
+    reinterpret_cast<StartupCall>(dlsym(library, "GdiplusStartup"))(token, &input, nullptr);
   }
+  return library;
+}
+
+GdiplusSession::GdiplusSession() {
+  SessionToken() = &token_;
 }
 
 GdiplusSession::~GdiplusSession() {
@@ -29,10 +43,11 @@ GdiplusSession::~GdiplusSession() {
 
 void GdiplusSession::Stop() {
   if (token_ != 0) {
-    if (const auto shutdown = FindGdiplusCall<ShutdownCall>("GdiplusShutdown")) {
-      shutdown(token_);
-    }
+    FindGdiplusCall<ShutdownCall>("GdiplusShutdown")(token_);
     token_ = 0;
+  }
+  if (SessionToken() == &token_) {
+    SessionToken() = nullptr;
   }
 }
 

@@ -5,11 +5,15 @@
 
 namespace platform {
 
-// The address of one call of the flat interface; null when the library is not installed. The
-// library stays loaded once it is in: it cannot be unloaded safely.
+// The library, loaded by the first call and started while there is a session; null when it is not
+// installed. It stays loaded: it cannot be unloaded safely.
+void* StartedGdiplusLibrary();
+
+// The address of one call of the flat interface, of the type of a pointer to it; null when the
+// library is not installed.
 template <typename Call>
 Call FindGdiplusCall(const char* name) {
-  static void* const library = dlopen("libgdiplus.so.0", RTLD_NOW | RTLD_LOCAL);
+  void* const library = StartedGdiplusLibrary();
   return library == nullptr ? nullptr : reinterpret_cast<Call>(dlsym(library, name));
 }
 

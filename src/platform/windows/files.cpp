@@ -20,10 +20,6 @@ std::optional<std::uint32_t> QueryAttributes(const std::string& path) {
   return attributes;
 }
 
-void OpenForAppending(std::ofstream& stream, const std::string& path) {
-  stream.open(path, std::ios::out | std::ios::app);
-}
-
 OwnedFile OpenFile(const std::string& path, const char* mode) {
   return OwnedFile(std::fopen(path.c_str(), mode));
 }

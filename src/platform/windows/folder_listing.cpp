@@ -2,17 +2,9 @@
 
 #include <windows.h>
 
-#include <memory>
+#include "platform/owned.h"
 
 namespace platform {
-namespace {
-
-struct SearchCloser {
-  using pointer = HANDLE;
-  void operator()(HANDLE search) const { FindClose(search); }
-};
-
-}  // namespace
 
 std::optional<std::vector<std::string>> ListFolder(const std::string& folder) {
   WIN32_FIND_DATAA entry = {};
@@ -20,7 +12,7 @@ std::optional<std::vector<std::string>> ListFolder(const std::string& folder) {
   if (found == INVALID_HANDLE_VALUE) {
     return std::nullopt;
   }
-  const std::unique_ptr<HANDLE, SearchCloser> search(found);
+  const Owned<HANDLE, FindClose> search(found);
   std::vector<std::string> names;
   do {
     names.emplace_back(&entry.cFileName[0]);

@@ -1,10 +1,6 @@
 #include "platform/gdiplus.h"
 
-#include <windows.h>
-// gdiplus.h builds on both.
-#include <objidl.h>
-// The flat interface and the start-up call.
-#include <gdiplus.h>
+#include "platform/windows/gdiplus_flat.h"
 
 namespace platform {
 

@@ -1,33 +1,11 @@
 #include "platform/images.h"
 
-#include <windows.h>
-// gdiplus.h builds on both.
-#include <objidl.h>
-// The flat interface.
-#include <gdiplus.h>
-
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <vector>
 
+#include "platform/windows/gdiplus_flat.h"
+
 namespace platform {
-namespace {
-
-namespace flat = Gdiplus::DllExports;
-
-struct ImageDisposer {
-  void operator()(Gdiplus::GpBitmap* bitmap) const { flat::GdipDisposeImage(bitmap); }
-};
-using OwnedBitmap = std::unique_ptr<Gdiplus::GpBitmap, ImageDisposer>;
-
-std::wstring Widen(const std::string& text) {
-  std::vector<wchar_t> wide(text.size() + 1);
-  std::mbstowcs(wide.data(), text.c_str(), wide.size());
-  return wide.data();
-}
-
-}  // namespace
 
 std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType) {
   UINT count = 0;
@@ -52,13 +30,13 @@ std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType) {
 Conversion ConvertImage(const std::string& from, const std::string& to,
                         const ImageEncoder& encoder) {
   Gdiplus::GpBitmap* loaded = nullptr;
-  if (flat::GdipCreateBitmapFromFile(Widen(from).c_str(), &loaded) != Gdiplus::Ok) {
+  if (flat::GdipCreateBitmapFromFile(Widened(from).c_str(), &loaded) != Gdiplus::Ok) {
     return Conversion::kNotLoaded;
   }
-  const OwnedBitmap bitmap(loaded);
+  const OwnedImage bitmap(loaded);
   CLSID identifier = {};
   std::memcpy(&identifier, encoder.data(), encoder.size());
-  const bool saved = flat::GdipSaveImageToFile(bitmap.get(), Widen(to).c_str(), &identifier,
+  const bool saved = flat::GdipSaveImageToFile(bitmap.get(), Widened(to).c_str(), &identifier,
                                                nullptr) == Gdiplus::Ok;
   return saved ? Conversion::kDone : Conversion::kNotSaved;
 }

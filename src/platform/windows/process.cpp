@@ -2,18 +2,9 @@
 
 #include <windows.h>
 
-#include <memory>
+#include "platform/owned.h"
 
 namespace platform {
-namespace {
-
-struct HandleCloser {
-  using pointer = HANDLE;
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
-using OwnedHandle = std::unique_ptr<HANDLE, HandleCloser>;
-
-}  // namespace
 
 std::optional<int> RunHidden(const std::string& applicationPath, const std::string& commandLine) {
   // Process creation may write into the command line, so it gets a copy.
@@ -27,8 +18,8 @@ std::optional<int> RunHidden(const std::string& applicationPath, const std::stri
                      CREATE_NO_WINDOW, nullptr, nullptr, &startUp, &created) == 0) {
     return static_cast<int>(GetLastError());
   }
-  const OwnedHandle thread(created.hThread);
-  const OwnedHandle process(created.hProcess);
+  const Owned<HANDLE, CloseHandle> thread(created.hThread);
+  const Owned<HANDLE, CloseHandle> process(created.hProcess);
   WaitForSingleObject(process.get(), INFINITE);
   return std::nullopt;
 }
