@@ -5,7 +5,7 @@ caller=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 project=$PWD
 
-# Runs a command quietly and tells in one line what was done and how long it took. When it fails,
+# Runs a command quietly and says in one line what was done and how long it took. When it fails,
 # shows what it printed and ends the script.
 step() { # description, command...
     local description=$1 start=$SECONDS log

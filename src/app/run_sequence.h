@@ -2,6 +2,6 @@
 #pragma once
 
 // Fixes the temp root, starts the log, runs the movie creation driver, sweeps the temp root and
-// tells of success. Returns the exit status: 0, whether or not an animation was made; 1 only when
+// reports success. Returns the exit status: 0, whether or not an animation was made; 1 only when
 // the framework cannot be started.
 int RunConsole(int argc, char** argv, char** envp);

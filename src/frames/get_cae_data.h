@@ -17,7 +17,7 @@ class k3dGetCAEData {
   // Scans m_sDirectoryName: every entry with an image extension (with the own-images flag only
   // those of the viewer's pattern) is appended to m_saFileNames in listing order; sub-folders are
   // judged by their names like files. Then looks for the common part of the names. Returns true
-  // when there are two images or more and a common part; otherwise an error box tells what is
+  // when there are two images or more and a common part; otherwise an error box says what is
   // missing, except for a folder that cannot be listed, which fails silently.
   bool GetFilesFromDirectory();
 

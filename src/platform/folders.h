@@ -9,7 +9,7 @@ namespace platform {
 // when it exists already.
 bool MakeFolder(const std::string& path);
 
-// The full path of the process's current folder; empty when the system does not tell.
+// The full path of the process's current folder; empty when the system does not give it.
 std::string CurrentFolder();
 
 // Makes `path` the process's current folder. Returns false when it is no folder that can be

@@ -11,7 +11,7 @@ struct MemoryCounters {
   std::uint64_t peakWorkingSetBytes = 0;
 };
 
-// The counters of the running process; nothing when the system does not tell.
+// The counters of the running process; nothing when the system does not give them.
 std::optional<MemoryCounters> QueryMemoryCounters();
 
 }  // namespace platform

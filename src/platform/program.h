@@ -17,7 +17,7 @@ const void* OwnModule();
 // The command line as the system handed it to the process.
 std::string RawCommandLine();
 
-// The log line that tells which build is running.
+// The log line that says which build is running.
 const char* ApplicationLine();
 
 }  // namespace platform

@@ -29,7 +29,7 @@ struct UnixVersion {
 
 using SystemVersion = std::variant<WindowsVersion, UnixVersion>;
 
-// Asks the system for its version; nothing when it does not tell.
+// Asks the system for its version; nothing when it does not give one.
 std::optional<SystemVersion> QuerySystemVersion();
 
 }  // namespace platform

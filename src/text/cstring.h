@@ -31,7 +31,7 @@ class CString {
   // Whether both texts are equal when the case of ASCII letters is ignored.
   bool EqualsNoCase(const CString& other) const;
 
-  // Replaces the text by the printf-style result of `format` and the values behind it.
+  // Replaces the text by the printf-style result of `format` and the values after it.
   [[gnu::format(printf, 2, 3)]] void Format(const char* format, ...);
 
   CString& operator+=(const CString& tail) {

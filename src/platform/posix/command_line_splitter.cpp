@@ -10,7 +10,7 @@ bool IsBlank(char c) {
   return c == ' ' || c == '\t';
 }
 
-// Reads one argument that starts at `position`, which ends up behind it.
+// Reads one argument that starts at `position`, which ends up after it.
 std::string ReadArgument(const std::string& line, std::size_t& position) {
   std::string argument;
   bool quoted = false;

@@ -7,7 +7,7 @@
 namespace platform {
 
 // Splits a command line into arguments. The text before the first blank is the first of them, the
-// program's name, and empty when the line begins with a blank. Behind it, blanks and tabs separate
+// program's name, and empty when the line begins with a blank. After it, blanks and tabs separate
 // arguments except inside double quotes; backslashes are plain characters unless a quote follows:
 // then each pair of them is one backslash and an odd one makes the quote a plain character. Two
 // quotes in a row inside a quoted stretch are one plain quote.
