@@ -9,9 +9,6 @@ else()
   include(GNUInstallDirs)
   set(CMAKE_INSTALL_DOCDIR ${CMAKE_INSTALL_DATAROOTDIR}/doc/tessara-animation)
 endif()
-# Whatever the umask of who builds it.
-set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 # Packages need the programs and the documentation, not the tests.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
