@@ -1,56 +1,60 @@
-// Feeds arbitrary bytes to the GIF merger as one to four files and compares what it puts out with
-// the literal steps. The first byte of the input tells the number of files.
+// Feeds arbitrary bytes to the GIF merger as one to four files and compares what it puts out and
+// what it says with the literal steps. The first byte of the input gives the number of files.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <string>
+#include <string_view>
 
-#include "fuzz/literal_merger.h"
 #include "gif/gif_merger.h"
-#include "platform/files.h"
-#include "tests/support/temp_folder.h"
+#include "tests/reference/literal_merger.h"
 
 namespace {
 
-void WriteFile(const std::string& path, const std::string& content) {
-  const platform::OwnedFile file = platform::OpenFile(path, "wb");
-  std::fwrite(content.data(), 1, content.size(), file.get());
-}
+// A stream that writes to memory.
+class MemoryStream {
+ public:
+  ~MemoryStream() {
+    std::fclose(stream_);
+    std::free(content_);
+  }
+  std::FILE* Get() { return stream_; }
+  std::string_view Content() {
+    std::fflush(stream_);
+    return {content_, size_};
+  }
 
-std::string ReadFile(const std::string& path, std::size_t size) {
-  const platform::OwnedFile file = platform::OpenFile(path, "rb");
-  std::string content(size + 1, '\0');
-  content.resize(std::fread(content.data(), 1, content.size(), file.get()));
-  return content;
-}
+ private:
+  char* content_ = nullptr;
+  std::size_t size_ = 0;
+  std::FILE* stream_ = open_memstream(&content_, &size_);
+};
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const TempFolder folder;
-  static const std::string input = folder / "in.gif";
-  static const std::string merged = folder / "out.gif";
   if (size == 0) {
     return 0;
   }
-  const std::string bytes(data + 1, data + size);
+  const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
   const std::size_t files = data[0] % 4 + 1U;
   const std::size_t each = bytes.size() / files + 1;
 
+  MemoryStream output;
+  MemoryStream messages;
   const auto merger = std::make_unique<GifMerger>();
+  merger->settings.messages = messages.Get();
   const auto literal = std::make_unique<LiteralMerger>();
-  platform::OwnedFile output = platform::OpenFile(merged, "wb");
-  bool ended = false;
-  for (std::size_t index = 0; index < files && !ended; ++index) {
-    const std::string file = bytes.substr(std::min(index * each, bytes.size()), each);
-    WriteFile(input, file);
-    literal->Append(file, index == 0);
-    ended = merger->AppendFile(input, output.get(), index == 0) == GifFrameResult::kBrokenOff;
+  for (std::size_t index = 0; index < files && !literal->ended; ++index) {
+    const std::string_view file = bytes.substr(std::min(index * each, bytes.size()), each);
+    literal->Append(std::string(file), index == 0);
+    const GifFrameResult result = merger->AppendBytes(file, output.Get(), index == 0);
+    if ((result == GifFrameResult::kBrokenOff) != literal->ended) {
+      std::abort();
+    }
   }
-  output.reset();
-  if (ended != literal->ended || ReadFile(merged, literal->output.size()) != literal->output) {
+  if (output.Content() != literal->output || messages.Content() != literal->messages) {
     std::abort();
   }
   return 0;

@@ -7,7 +7,7 @@
 
 #include "frames/get_cae_data.h"
 #include "frames/own_images.h"
-#include "tests/support/literal_ordering.h"
+#include "tests/reference/literal_ordering.h"
 #include "tests/support/log_fixture.h"
 
 namespace {

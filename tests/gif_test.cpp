@@ -7,7 +7,7 @@
 #include <random>
 
 #include "app/command_line.h"
-#include "fuzz/literal_merger.h"
+#include "tests/reference/literal_merger.h"
 #include "gif/gif_anim_creator.h"
 #include "platform/gdiplus.h"
 #include "platform/images.h"

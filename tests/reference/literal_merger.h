@@ -2,6 +2,7 @@
 // Stands in for the GIF creator with its settings at rest; files, output and messages are strings.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -60,10 +61,6 @@ class LiteralMerger {
 
  private:
   struct BrokenOff {};
-  struct Entry {
-    bool used = false;
-    int prefix = 0;
-  };
 
   int Byte() {
     return closed_ || position_ >= file_.size() ? EOF
@@ -109,12 +106,14 @@ class LiteralMerger {
     Output(previous);
     int code = Code();
     do {
-      if (At(code).used) {
+      if (used_[Place(code)]) {
         Output(code);
         FindFree();
-        At(free_) = {true, previous};
+        used_[Place(free_)] = true;
+        prefix_[Place(free_)] = previous;
       } else {
-        At(code) = {true, previous};
+        used_[Place(code)] = true;
+        prefix_[Place(code)] = previous;
         Output(code);
       }
       int next = Code();
@@ -161,7 +160,7 @@ class LiteralMerger {
   }
 
   void FindFree() {
-    while (free_ < 4100 && At(free_).used) {
+    while (free_ < 4100 && used_[Place(free_)]) {
       ++free_;
     }
     if (free_ >= 4100) {
@@ -174,7 +173,7 @@ class LiteralMerger {
   }
 
   void Output(int code) {
-    for (int length = 1; (code = At(code).prefix) != -1; ++length) {
+    for (int length = 1; (code = prefix_[Place(code)]) != -1; ++length) {
       if (length == 4101) {
         return Message("Error: Sending i=%ld index=%ld\n", length, code);
       }
@@ -182,25 +181,23 @@ class LiteralMerger {
   }
 
   void Clear() {
-    for (int index = 0; index < 4100; ++index) {
-      At(index).used = false;
-    }
     clear_ = 1 << size_;
-    for (int index = 0; index < clear_; ++index) {
-      At(index) = {true, -1};
-    }
+    std::fill_n(used_.begin(), 4100, false);
+    std::fill_n(used_.begin(), clear_, true);
+    std::fill_n(prefix_.begin(), clear_, -1);
     free_ = clear_ + 2;
     grow_ = 2 * clear_ - 1;
     width_ = size_ + 1;
   }
 
-  Entry& At(int index) { return table_.at(static_cast<std::size_t>(index)); }
+  static std::size_t Place(int code) { return static_cast<std::size_t>(code); }
 
   std::string file_;
   std::size_t position_ = 0;
   bool closed_ = false;
   std::string colours_ = std::string(768, '\0');
-  std::array<Entry, 4200> table_ = {};
+  std::array<bool, 4200> used_ = {};
+  std::array<int, 4200> prefix_ = {};
   int size_ = 0, width_ = 0, clear_ = 0, grow_ = 0, free_ = 0, left_ = 0, held_ = 0;
   unsigned bits_ = 0;
 };

@@ -1,7 +1,9 @@
-#include "tests/support/literal_ordering.h"
+#include "tests/reference/literal_ordering.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -16,6 +18,13 @@ std::string Left(const std::string& text, int count) {
 std::string Right(const std::string& text, int count) {
   const int length = static_cast<int>(text.size());
   return text.substr(static_cast<std::size_t>(length - std::clamp(count, 0, length)));
+}
+
+int Number(const std::string& text) {
+  constexpr std::int64_t kLowest = std::numeric_limits<int>::min();
+  constexpr std::int64_t kHighest = std::numeric_limits<int>::max();
+  return static_cast<int>(
+      std::clamp<std::int64_t>(std::strtoll(text.c_str(), nullptr, 10), kLowest, kHighest));
 }
 
 int StemLength(const std::string& name) {
@@ -150,8 +159,8 @@ LiteralResult OrderLiterally(const Names& names) {
         (underscore ? tail : head) += c;
       }
     }
-    keys.primary.push_back(std::atoi(head.c_str()));
-    keys.secondary.push_back(std::atoi(tail.c_str()));
+    keys.primary.push_back(Number(head));
+    keys.secondary.push_back(Number(tail));
     if (underscore) {
       keys.texts.push_back(part);
     }
