@@ -11,7 +11,6 @@
 #include "movie/avi_creator.h"
 #include "platform/folders.h"
 #include "tests/support/log_fixture.h"
-#include "tests/support/run_program.h"
 
 namespace {
 
@@ -21,6 +20,7 @@ class AppTest : public LogFixture {
  protected:
   static void Parse(std::vector<std::string> arguments) {
     std::vector<char*> vector;
+    vector.reserve(arguments.size());
     for (std::string& argument : arguments) {
       vector.push_back(argument.data());
     }
@@ -41,17 +41,13 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
       {{}, 16, 1, 640, 480, false},
       {{"-FR", "25", "-SF", "0.5", "-IMG_DIM", "800", "600"}, 25, 0.5, 800, 600, false},
       {{"-fr", "10", "-FR", "30", "-sf", "2", "-img-dim", "1", "2"}, 30, 2, 1, 2, false},
-      {{"-S", "50", "-Fr", "9", "/FR", "9", "FR", "9"}, 16, 1, 640, 480, false},
-      {{"x-fr", "7", "-FRAMERATE"}, 7, 1, 640, 480, false},
+      {{"-S", "50", "-Fr", "9", "x-fr", "7", "-FRAMERATE"}, 7, 1, 640, 480, false},
       {{"-FR-SF", "3"}, 3, 3, 640, 480, false},
       {{"-FR", "-SF", "4"}, 0, 4, 640, 480, false},
-      {{"-FR", "-5", "-SF", "x"}, -5, 0, 640, 480, false},
-      {{"-FR", "99999999999"}, 2147483647, 1, 640, 480, false},
-      {{"-TESSARA_IMAGES", "1"}, 16, 1, 640, 480, true},
+      {{"-FR", "-5", "-SF", "0x10"}, -5, 0, 640, 480, false},
+      {{"-TESSARA_IMAGES", "1", "-IMG_DIM"}, 16, 1, 640, 480, true},
       {{"-TESSARA_IMAGES", "1", "-TESSARA_IMAGES", "no"}, 16, 1, 640, 480, false},
-      {{"-FR", "20", "-FR"}, 20, 1, 640, 480, false},
-      {{"-IMG_DIM", "100"}, 16, 1, 100, 480, false},
-      {{"-IMG_DIM"}, 16, 1, 640, 480, false},
+      {{"-FR", "20", "-IMG_DIM", "100"}, 20, 1, 100, 480, false},
   };
   for (const auto& c : kCases) {
     std::vector<std::string> arguments = {"program", "-FR", "-SF"};
@@ -66,30 +62,24 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
     EXPECT_EQ(g_aviCreator.m_nHeight, c.height) << shown;
     EXPECT_EQ(g_ownImages, c.ownImages) << shown;
   }
-  g_ownImages = false;
-  Parse({});
-  EXPECT_EQ(g_aviCreator.m_sInputFolder, "");
 }
 
 TEST_F(AppTest, ValidateChecksFoldersAndFormatAndStaysInItsFolder) {
   const TempFolder frames;
   frames.Write("file");
-  const std::string in = frames.Path();
+  const std::string& in = frames.Path();
   const struct {
     std::string input, output;
     bool passes;
   } kCases[] = {
       {in, "OUT.AVI", true},
-      {in, "movie.Mp4", true},
       {in, "missing/out.flv", true},
       {in, "\\out.wmv", true},
       {in, frames / "out.gif", true},
       {in, frames / "missing\\out.swf", false},
       {in, frames / "file\\out.gif", false},
-      {in, "movie", false},
       {in, "movie.avi.bak", false},
       {std::string(5000, 'x'), "out.gif", false},
-      {"", "out.gif", false},
   };
   const std::string current = platform::CurrentFolder();
   for (const auto& c : kCases) {
@@ -107,8 +97,9 @@ TEST_F(AppTest, SweepDeletesMarkedImagesOnly) {
   EXPECT_THAT(swept.Names(), ElementsAre("folder_qmbImg.png", "frame_QMBIMG_002.jpg",
                                          "notes_qmbImg", "plain.png", "qmbImg.txt"));
   CleanTrails(swept / "missing");
+  CleanTrails("");
   const std::string tag = "TessaraAnimationConsole::CleanTrails:";
-  EXPECT_THAT(Log(), ElementsAre(tag + "Start", tag + "End", tag + "Start"));
+  EXPECT_THAT(Log(), ElementsAre(tag + "Start", tag + "End", tag + "Start", tag + "Start"));
 }
 
 TEST_F(AppTest, RunEndsWhenTheFrameworkCannotStart) {

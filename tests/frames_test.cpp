@@ -7,6 +7,7 @@
 
 #include "frames/get_cae_data.h"
 #include "frames/own_images.h"
+#include "log/diagnostic_log.h"
 #include "tests/reference/literal_ordering.h"
 #include "tests/support/log_fixture.h"
 
@@ -14,14 +15,8 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
-using testing::IsEmpty;
 using testing::UnorderedElementsAreArray;
 using Names = std::vector<std::string>;
-
-Names Texts(const CStringArray& array) {
-  return {array.begin(), array.end()};
-}
 
 class FramesTest : public LogFixture {
  protected:
@@ -55,10 +50,6 @@ TEST_F(FramesTest, OrdersByNumber) {
   const struct {
     Names names, frames;
   } kCases[] = {
-      {{"frame_1.png", "frame_10.png", "frame_11.png", "frame_12.png", "frame_2.png",
-        "frame_9.png"},
-       {"frame_1.png", "frame_2.png", "frame_9.png", "frame_10.png", "frame_11.png",
-        "frame_12.png"}},
       {{"img1.png", "img10.bmp", "img2.jpg"}, {"img1.png", "img2.jpg", "img10.bmp"}},
       {{"shot_2_1.jpg", "shot_1_3.png", "shot_1_2.png", "shot_2_0.png"},
        {"shot_1_2.jpg", "shot_1_3.jpg", "shot_2_0.jpg", "shot_2_1.jpg"}},
@@ -66,6 +57,7 @@ TEST_F(FramesTest, OrdersByNumber) {
        {"1x.png", "2x.png", "3x.png", "4x.png"}},
       {{"s99999999999.png", "s-99999999999.png", "s7.png"},
        {"s-99999999999.png", "s7.png", "s99999999999.png"}},
+      {{"s3_1.png", "s1.png", "s4_1.png"}, {"s4_1.png", "s3_1.png"}},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(Order(c.names), c.frames) << c.names.front();
@@ -131,25 +123,23 @@ TEST_F(FramesTest, AgreesWithTheLiteralRulesOnRandomNames) {
   EXPECT_GT(twoKeys, 100);
 }
 
-TEST_F(FramesTest, ScanTakesImagesByNameInListingOrder) {
-  folder_.WriteAll({"b.Jpeg", "a.PNG", "c.jpe", "d.webp", "e", "gif", "a2.tIf", "notes.txt"});
-  folder_.MakeFolder("a9.png");
-  k3dGetCAEData data;
-  data.m_sDirectoryName = folder_.Path();
-  EXPECT_TRUE(data.GetFilesFromDirectory());
-  EXPECT_THAT(Texts(data.m_saFileNames),
-              UnorderedElementsAreArray({"a.PNG", "a2.tIf", "a9.png", "b.Jpeg", "gif"}));
-}
-
-TEST_F(FramesTest, OwnImagesFlagTakesTheViewersNamesOnly) {
-  folder_.WriteAll({"s_qmbImgTemp_1.png", "s_qmbImgTemp_2.png", "shot1.png", "s_QMBIMGTEMP_1.png"});
-  g_ownImages = true;
-  k3dGetCAEData data;
-  data.m_sDirectoryName = folder_.Path();
-  EXPECT_TRUE(data.GetFilesFromDirectory());
-  g_ownImages = false;
-  EXPECT_THAT(Texts(data.m_saFileNames),
-              UnorderedElementsAreArray({"s_qmbImgTemp_1.png", "s_qmbImgTemp_2.png"}));
+TEST_F(FramesTest, ScanTakesImagesByName) {
+  folder_.WriteAll({"s1.Jpeg", "s2.PNG", "s.jpe", "s.webp", "s", "s3.tIf", "s.txt",
+                    "s_qmbImgTemp_1.png", "s_qmbImgTemp_2.png", "s_QMBIMGTEMP_3.png"});
+  folder_.MakeFolder("s9.png");
+  for (const bool ownImages : {false, true}) {
+    Names expected = {"s_qmbImgTemp_1.png", "s_qmbImgTemp_2.png"};
+    if (!ownImages) {
+      expected.insert(expected.end(),
+                      {"s1.Jpeg", "s2.PNG", "s3.tIf", "s9.png", "s_QMBIMGTEMP_3.png"});
+    }
+    g_ownImages = ownImages;
+    k3dGetCAEData data;
+    data.m_sDirectoryName = folder_.Path();
+    EXPECT_TRUE(data.GetFilesFromDirectory());
+    EXPECT_THAT(Names(data.m_saFileNames.begin(), data.m_saFileNames.end()),
+                UnorderedElementsAreArray(expected));
+  }
 }
 
 TEST_F(FramesTest, DeletesTheListedFilesAndNoOthers) {

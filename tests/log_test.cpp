@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 
+#include <array>
 #include <ctime>
 #include <regex>
-#include <sstream>
 #include <string>
 
 #include "log/diagnostic_log.h"
@@ -10,55 +10,58 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "tests/support/log_fixture.h"
-#include "tests/support/run_program.h"
 
 namespace {
 
 using testing::ElementsAre;
 
+// The local time in a text; `groups` says which groups of `parts` hold the year, the month, the
+// day, the hour, the minute and the second.
+std::time_t TimeIn(const std::smatch& parts, const std::array<std::size_t, 6>& groups) {
+  const auto part = [&](std::size_t index) { return std::stoi(parts[groups[index]]); };
+  std::tm written = {};
+  written.tm_year = part(0) - 1900;
+  written.tm_mon = part(1) - 1;
+  written.tm_mday = part(2);
+  written.tm_hour = part(3);
+  written.tm_min = part(4);
+  written.tm_sec = part(5);
+  written.tm_isdst = -1;
+  return std::mktime(&written);
+}
+
 TEST_F(LogFixture, LinesCarryTheLocalTimeAndFollowThoseOfEarlierRuns) {
   const std::time_t before = std::time(nullptr);
   WriteLog("first");
-  InitLog(g_tempRoot + "\\log.txt", true);
+  InitLog(temp_ / "log.txt", true);
   WriteLog("");
   WriteLog("two\nlines");
   const std::string text = temp_.Read("log.txt");
+  const std::regex form(
+      R"(\[(\d+):(\d+):(\d+), (\d+)-(\d+)-(\d{4})\] first\n\[[^\]]*\] \n\[[^\]]*\] two\nlines\n)");
   std::smatch parts;
-  ASSERT_TRUE(std::regex_match(text, parts,
-                               std::regex(R"(\[(\d+):(\d+):(\d+), (\d+)-(\d+)-(\d{4})\] first\n)"
-                                          R"(\[[^\]]*\] \n\[[^\]]*\] two\nlines\n)")));
-  std::tm written = {};
-  written.tm_hour = std::stoi(parts[1]);
-  written.tm_min = std::stoi(parts[2]);
-  written.tm_sec = std::stoi(parts[3]);
-  written.tm_mday = std::stoi(parts[4]);
-  written.tm_mon = std::stoi(parts[5]) - 1;
-  written.tm_year = std::stoi(parts[6]) - 1900;
-  written.tm_isdst = -1;
-  EXPECT_GE(std::mktime(&written), before);
-  EXPECT_LE(std::mktime(&written), std::time(nullptr));
+  ASSERT_TRUE(std::regex_match(text, parts, form));
+  const std::time_t written = TimeIn(parts, {6, 5, 4, 1, 2, 3});
+  EXPECT_GE(written, before);
+  EXPECT_LE(written, std::time(nullptr));
   EXPECT_FALSE(std::regex_search(text, std::regex(R"([\[:\- ]0\d)"))) << "no leading zeros";
-}
-
-TEST_F(LogFixture, PathWithoutFolderIsTakenFromTheCurrentOne) {
-  const std::string before = platform::CurrentFolder();
-  ASSERT_TRUE(platform::EnterFolder(temp_.Path()));
-  InitLog("here.txt", true);
-  WriteLog("line");
-  platform::EnterFolder(before);
-  EXPECT_THAT(LogMessages(temp_.Read("here.txt")), ElementsAre("line"));
 }
 
 TEST_F(LogFixture, InexactPathLiesInTheDatedFolderUnderTheTempRoot) {
   SetVariable("TESSARA_TEMP_PATH", temp_.Path().c_str());
+  const std::time_t before = std::time(nullptr);
   CString dated;
   do {  // The second may pass between the calls.
     dated = GetDatedFolderName(temp_.Path());
     InitLog("inexact.txt", false);
   } while (!(GetDatedFolderName(temp_.Path()) == dated));
   const std::string name = dated.Mid(static_cast<int>(temp_.Path().size()) + 1);
-  EXPECT_TRUE(
-      std::regex_match(name, std::regex(R"(Orbitane-20\d\d-[1-9]\d?-[1-9]\d?(-(0|[1-9]\d?)){3})")));
+  const std::regex form(
+      R"(Orbitane-(\d{4})-([1-9]\d?)-([1-9]\d?)-(0|[1-9]\d?)-(0|[1-9]\d?)-(0|[1-9]\d?))");
+  std::smatch parts;
+  ASSERT_TRUE(std::regex_match(name, parts, form)) << name;
+  EXPECT_GE(TimeIn(parts, {1, 2, 3, 4, 5, 6}), before);
+  EXPECT_LE(TimeIn(parts, {1, 2, 3, 4, 5, 6}), std::time(nullptr));
   WriteLog("lost, since the folder is not made by the log");
   temp_.MakeFolder(name);
   WriteLog("line");
@@ -66,7 +69,6 @@ TEST_F(LogFixture, InexactPathLiesInTheDatedFolderUnderTheTempRoot) {
 }
 
 TEST_F(LogFixture, TempRootComesFromTheFirstVariableThatIsSet) {
-  const std::string root = temp_.Path();
   temp_.MakeFolder("special");
   temp_.Write("special/Tessara");
   temp_.MakeFolder("plain");
@@ -84,7 +86,7 @@ TEST_F(LogFixture, TempRootComesFromTheFirstVariableThatIsSet) {
       {nullptr, nullptr, "tmp", "tmp", nullptr},
   };
   const std::string before = platform::CurrentFolder();
-  ASSERT_TRUE(platform::EnterFolder(root));
+  ASSERT_TRUE(platform::EnterFolder(temp_.Path()));
   for (const auto& c : kCases) {
     SetVariable("TESSARA_TEMP_PATH", c.chosen);
     SetVariable("TEMP", c.temp);

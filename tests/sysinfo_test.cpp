@@ -8,8 +8,7 @@
 
 namespace {
 
-constexpr std::uint8_t kWorkstation = 1;
-constexpr std::uint8_t kServer = 3;
+constexpr std::uint8_t kWorkstation = 1, kServer = 3;
 constexpr std::uint16_t kX86 = 0, kArm = 5, kItanium = 6, kX64 = 9;
 
 TEST(SystemInformation, DescribesVersionsInTheTablesOrder) {
@@ -36,14 +35,15 @@ TEST(SystemInformation, DescribesVersionsInTheTablesOrder) {
       {5, 0, kServer, 0x0082, kX86, "Windows 2000 Datacenter Server SP (build 7), 32-bit"},
   };
   for (const auto& c : kCases) {
-    const platform::WindowsVersion version = {c.major,       c.minor,       7, 2, "SP", c.suiteMask,
-                                              c.productType, c.architecture};
-    EXPECT_EQ(DescribeSystem(version), std::string("Microsoft ") + c.text);
+    EXPECT_EQ(
+        DescribeSystem({c.major, c.minor, 7, 2, "SP", c.suiteMask, c.productType, c.architecture}),
+        std::string("Microsoft ") + c.text);
   }
-  EXPECT_EQ(DescribeSystem(platform::WindowsVersion{6, 2, 9200, 2, "", 0, kWorkstation, kX64}),
+  EXPECT_EQ(DescribeSystem({6, 2, 9200, 2, "", 0, kWorkstation, kX64}),
             "Microsoft  (build 9200), 64-bit");
-  EXPECT_FALSE(DescribeSystem(platform::WindowsVersion{4, 10, 7, 2, "", 0, kWorkstation, kX86}));
-  EXPECT_FALSE(DescribeSystem(platform::WindowsVersion{6, 1, 7, 1, "", 0, kWorkstation, kX86}));
+  EXPECT_FALSE(DescribeSystem({4, 10, 7, 2, "", 0, kWorkstation, kX86}));
+  EXPECT_FALSE(DescribeSystem({6, 1, 7, 1, "", 0, kWorkstation, kX86}));
+  EXPECT_EQ(DescribeSystem({"Linux", "6.1", 64}), "Linux 6.1, 64-bit");
 }
 
 TEST(SystemInformation, VersionStringStaysInsideItsBuffer) {
@@ -57,8 +57,8 @@ TEST(SystemInformation, VersionStringStaysInsideItsBuffer) {
 TEST(SystemInformation, MemoryTextHoldsBothSizes) {
   std::smatch sizes;
   const std::string text = LogPeakMemoryUsage();
-  ASSERT_TRUE(
-      std::regex_match(text, sizes, std::regex("(\\d+) Kb\t\tPeak Memory Usage :(\\d+) Kb\t")));
+  const std::regex form("(\\d+) Kb\t\tPeak Memory Usage :(\\d+) Kb\t");
+  ASSERT_TRUE(std::regex_match(text, sizes, form));
   EXPECT_GT(std::stoi(sizes[1]), 100);
   EXPECT_GE(std::stoi(sizes[2]), std::stoi(sizes[1]));
 }

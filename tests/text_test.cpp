@@ -1,9 +1,9 @@
+#include "text/cstring_array.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <string>
 
-#include "app/win_app.h"
 #include "text/number.h"
 
 namespace {
@@ -11,34 +11,42 @@ namespace {
 TEST(Text, NumbersAreReadLeniently) {
   constexpr int kLowest = std::numeric_limits<int>::min();
   constexpr int kHighest = std::numeric_limits<int>::max();
+  constexpr float kInfinite = std::numeric_limits<float>::infinity();
   const struct {
     const char* text;
     int number;
-  } kCases[] = {{"25", 25},
-                {" \t-5x", -5},
-                {"+7", 7},
-                {"x7", 0},
-                {"", 0},
-                {"- 3", 0},
-                {"007", 7},
-                {"2147483648", kHighest},
-                {"-2147483649", kLowest},
-                {"99999999999999999999999", kHighest}};
+    float decimal;
+  } kCases[] = {
+      {" \t-5x", -5, -5},
+      {"+7", 7, 7},
+      {"x7", 0, 0},
+      {"", 0, 0},
+      {"- 3", 0, 0},
+      {"007", 7, 7},
+      {"0.5x", 0, 0.5},
+      {".5e1 ", 0, 5},
+      {"inf", 0, 0},
+      {"-nan", 0, 0},
+      {"0x10", 0, 0},
+      {"2147483648", kHighest, 2147483648.0F},
+      {"1e39", 1, kInfinite},
+      {"-2147483649", kLowest, -2147483648.0F},
+      {"-1e400", -1, -kInfinite},
+      {"99999999999999999999999", kHighest, 1e23F},
+  };
   for (const auto& c : kCases) {
     EXPECT_EQ(ReadInteger(c.text), c.number) << c.text;
+    EXPECT_EQ(ReadFloat(c.text), c.decimal) << c.text;
   }
-  EXPECT_EQ(ReadFloat("0.5x"), 0.5F);
-  EXPECT_EQ(ReadFloat("junk"), 0.0F);
-  EXPECT_EQ(ReadFloat("1e39"), std::numeric_limits<float>::infinity());
-  EXPECT_EQ(ReadFloat("-1e400"), -std::numeric_limits<float>::infinity());
 }
 
-TEST(Framework, StartsWithAnApplicationObjectAndAModuleOnly) {
-  const int module = 0;
-  EXPECT_EQ(AfxWinInit(&module, nullptr, "", 0), 0);
-  const CWinApp application;
-  EXPECT_EQ(AfxWinInit(&module, nullptr, "", 0), 1);
-  EXPECT_EQ(AfxWinInit(nullptr, nullptr, "", 0), 0);
+TEST(Text, ABadIndexIsRefused) {
+  CStringArray texts;
+  texts.Add("one");
+  EXPECT_EQ(texts.GetAt(0), "one");
+  for (const int index : {-1, 1}) {
+    EXPECT_THROW(texts.GetAt(index), CInvalidArgException) << index;
+  }
 }
 
 }  // namespace

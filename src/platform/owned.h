@@ -10,7 +10,7 @@ template <auto Close>
 struct Closing {
   template <typename Object>
   void operator()(Object* object) const {
-    Close(object);
+    Close(object);  // NOLINT(cppcoreguidelines-owning-memory): this is the owner's hand.
   }
 };
 

@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "log/diagnostic_log.h"
-#include "log/working_folders.h"
 #include "tests/support/temp_folder.h"
 
 // The messages of a log's text, without their time stamps.
@@ -15,14 +15,20 @@ std::vector<std::string> LogMessages(const std::string& log);
 
 class LogFixture : public testing::Test {
  protected:
-  LogFixture() {
-    g_tempRoot = temp_.Path();
-    InitLog(g_tempRoot + "\\log.txt", true);
-  }
+  LogFixture();
+  ~LogFixture() override;
+
+  // Sets an environment variable of this process, or removes it when `value` is null, for the rest
+  // of the test.
+  void SetVariable(const std::string& name, const char* value);
 
   // The messages logged so far, without their time stamps.
   std::vector<std::string> Log() const { return LogMessages(temp_.Read("log.txt")); }
 
   // The temp root.
   TempFolder temp_;
+
+ private:
+  // What the variables were before the test.
+  std::map<std::string, std::optional<std::string>> variables_;
 };

@@ -13,7 +13,7 @@ ProgramFixture::ProgramFixture() {
   SetVariable("TESSARA_DIR", nullptr);
 }
 
-void ProgramFixture::UseRecordingConverter(int exitCode) const {
+void ProgramFixture::UseRecordingConverter(int exitCode) {
   fs::copy_file(TESSARA_RECORDING_CONVERTER,
                 fs::path(home_.Path()) / platform::ExecutableFileName("ffmpeg"),
                 fs::copy_options::overwrite_existing);

@@ -8,16 +8,16 @@
 #include "tests/support/run_program.h"
 #include "tests/support/temp_folder.h"
 
-class ProgramFixture : public testing::Test {
+class ProgramFixture : public LogFixture {
  protected:
   // A copy of the program in a folder without a converter, and an empty input folder.
   ProgramFixture();
 
   // Puts the recording stand-in beside the program; it will end with `exitCode`.
-  void UseRecordingConverter(int exitCode = 0) const;
+  void UseRecordingConverter(int exitCode = 0);
 
   // Lets the program find the real converter.
-  static void UseRealConverter();
+  void UseRealConverter();
 
   // Runs the program in the output folder.
   ProgramResult Run(const std::vector<std::string>& arguments) const;
@@ -31,5 +31,4 @@ class ProgramFixture : public testing::Test {
   TempFolder home_;
   TempFolder frames_;
   TempFolder output_;
-  TempFolder temp_;
 };

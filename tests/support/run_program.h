@@ -16,4 +16,4 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
                          const std::string& folder);
 
 // Sets an environment variable of this process, or removes it when `value` is null.
-void SetVariable(const std::string& name, const char* value);
+void SetProcessVariable(const std::string& name, const char* value);

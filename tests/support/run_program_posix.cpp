@@ -32,7 +32,7 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, caught.Read("out"), caught.Read("err")};
 }
 
-void SetVariable(const std::string& name, const char* value) {
+void SetProcessVariable(const std::string& name, const char* value) {
   if (value == nullptr) {
     unsetenv(name.c_str());
   } else {

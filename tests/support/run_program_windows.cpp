@@ -49,6 +49,6 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
   return {static_cast<int>(status), caught.Read("out"), caught.Read("err")};
 }
 
-void SetVariable(const std::string& name, const char* value) {
+void SetProcessVariable(const std::string& name, const char* value) {
   _putenv_s(name.c_str(), value == nullptr ? "" : value);
 }
