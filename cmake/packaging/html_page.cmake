@@ -12,7 +12,7 @@ file(WRITE ${HTML} "<!DOCTYPE html>
 <title>${title}</title>
 <style>
 body { max-width: 52em; margin: 2em auto; padding: 0 1em; font-family: sans-serif; line-height: 1.45; }
-table { border-collapse: collapse; }
+table { border-collapse: collapse; margin: 1em 0; }
 th, td { border: 1px solid #ccc; padding: 0.3em 0.6em; text-align: left; vertical-align: top; }
 code, pre { background: #f4f4f4; font-family: monospace; }
 pre { padding: 0.6em; overflow-x: auto; }
