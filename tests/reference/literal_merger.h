@@ -27,11 +27,8 @@ class LiteralMerger {
       output += Bytes({0x21, 0xF9, 4, 8, delay, delay >> 8, 0, 0});
     }
     output += first ? Bytes({0x21, 0xFF, 11}) + "NETSCAPE2.0" + Bytes({3, 1, 0, 0, 0}) : "";
-    int byte = Byte();
-    while (byte != EOF && byte != ',') {
-      byte = Byte();
-    }
-    if (byte == EOF) {
+    position_ = std::min(file_.find(',', position_), file_.size());
+    if (Byte() == EOF) {
       messages += "GIF_Read_Header: Unexpected End of File\n";
       return;
     }
@@ -42,7 +39,7 @@ class LiteralMerger {
     if ((image & 0x80) != 0) {
       ReadColours(2 << (image & 7), true);
     } else if (!first) {
-      output += colours_.substr(0, static_cast<std::size_t>(colours) * 3);
+      output += colours_.substr(0, Place(colours) * 3);
     }
     try {
       CopyImage();
@@ -79,7 +76,7 @@ class LiteralMerger {
 
   void ReadColours(int count, bool copy) {
     for (int index = 0; index < count * 3; ++index) {
-      colours_[static_cast<std::size_t>(index)] = static_cast<char>(Header(1, copy));
+      colours_[Place(index)] = static_cast<char>(Header(1, copy));
     }
   }
 
@@ -109,11 +106,9 @@ class LiteralMerger {
       if (used_[Place(code)]) {
         Output(code);
         FindFree();
-        used_[Place(free_)] = true;
-        prefix_[Place(free_)] = previous;
+        Add(free_, previous);
       } else {
-        used_[Place(code)] = true;
-        prefix_[Place(code)] = previous;
+        Add(code, previous);
         Output(code);
       }
       int next = Code();
@@ -126,6 +121,11 @@ class LiteralMerger {
       }
       code = next;
     } while (code != clear_ + 1);
+  }
+
+  void Add(int code, int prefix) {
+    used_[Place(code)] = true;
+    prefix_[Place(code)] = prefix;
   }
 
   int DataByte() {
