@@ -71,15 +71,14 @@ void LzwFollower::FollowCodes() {
       AddString(previous, code);
       OutputString(code);
     }
-    int next = ReadCode();
     previous = code;
-    if (next == clear_) {
+    code = ReadCode();
+    if (code == clear_) {
       ClearTable();
       previous = ReadCode();
       OutputString(previous);
-      next = ReadCode();
+      code = ReadCode();
     }
-    code = next;
   } while (code != endOfInformation_);
 }
 
