@@ -5,11 +5,9 @@
 
 #include "app/command_line.h"
 #include "app/run_sequence.h"
-#include "app/validate.h"
 #include "frames/own_images.h"
 #include "frames/working_images.h"
 #include "movie/avi_creator.h"
-#include "platform/folders.h"
 #include "tests/support/log_fixture.h"
 
 namespace {
@@ -61,30 +59,6 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
     EXPECT_EQ(g_aviCreator.m_nWidth, c.width) << shown;
     EXPECT_EQ(g_aviCreator.m_nHeight, c.height) << shown;
     EXPECT_EQ(g_ownImages, c.ownImages) << shown;
-  }
-}
-
-TEST_F(AppTest, ValidateChecksFoldersAndFormatAndStaysInItsFolder) {
-  const TempFolder frames;
-  frames.Write("file");
-  const std::string& in = frames.Path();
-  const struct {
-    std::string input, output;
-    bool passes;
-  } kCases[] = {
-      {in, "OUT.AVI", true},
-      {in, "missing/out.flv", true},
-      {in, "\\out.wmv", true},
-      {in, frames / "out.gif", true},
-      {in, frames / "missing\\out.swf", false},
-      {in, frames / "file\\out.gif", false},
-      {in, "movie.avi.bak", false},
-      {std::string(5000, 'x'), "out.gif", false},
-  };
-  const std::string current = platform::CurrentFolder();
-  for (const auto& c : kCases) {
-    EXPECT_EQ(Validate(c.input, c.output), c.passes) << c.input << ' ' << c.output;
-    EXPECT_EQ(platform::CurrentFolder(), current);
   }
 }
 
