@@ -360,7 +360,11 @@ TEST_F(WholeProgramTest, RealConverterMakesEveryFormat) {
     const int kNumbers[] = {1, 2, 9, 10, 11, 1000};
     for (int k = 0; k < 6; ++k) {
       const std::string name = "frame" + std::to_string(kNumbers[k]) + ".bmp";
-      const std::string pixels(std::size_t{64} * 48 * 4, static_cast<char>(40 + 32 * k));
+      const std::string pixel = std::string(3, static_cast<char>(40 + 32 * k)) + '\xFF';
+      std::string pixels;
+      while (pixels.size() < std::size_t{64} * 48 * 4) {
+        pixels += pixel;
+      }
       WriteBitmapFile(frames_.Path() + "/" + name, 64, pixels);
     }
     const std::string output = std::string("out put.") + extension;
