@@ -4,6 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/program.h"
+
+inline const bool kIsWindows = platform::ExecutableFileName("") == ".exe";
+
 struct ProgramResult {
   int exitStatus = -1;
   std::string output;
