@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "app/command_line.h"
@@ -52,13 +53,12 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
     arguments.insert(arguments.end(), c.options.begin(), c.options.end());
     Parse(arguments);
     const std::string shown = testing::PrintToString(c.options);
-    EXPECT_EQ(g_aviCreator.m_sInputFolder, "-FR") << "the first two are always the paths";
-    EXPECT_EQ(g_aviCreator.m_sOutputFile, "-SF");
-    EXPECT_EQ(g_aviCreator.m_nFrameRate, c.rate) << shown;
-    EXPECT_EQ(g_aviCreator.m_fSizeFactor, c.factor) << shown;
-    EXPECT_EQ(g_aviCreator.m_nWidth, c.width) << shown;
-    EXPECT_EQ(g_aviCreator.m_nHeight, c.height) << shown;
-    EXPECT_EQ(g_ownImages, c.ownImages) << shown;
+    const k3dAviCreator& read = g_aviCreator;
+    EXPECT_EQ(read.m_sInputFolder + read.m_sOutputFile, "-FR-SF") << "always the paths";
+    EXPECT_EQ(
+        std::tie(read.m_nFrameRate, read.m_fSizeFactor, read.m_nWidth, read.m_nHeight, g_ownImages),
+        std::tie(c.rate, c.factor, c.width, c.height, c.ownImages))
+        << shown;
   }
 }
 

@@ -88,23 +88,20 @@ class NativeAviTest : public LogFixture {
 };
 
 TEST_F(NativeAviTest, ResultCodesHaveTextsThatAreCutToTheBuffer) {
-  const std::vector<std::pair<unsigned, std::string>> texts = {
-      {0, "Success"},
-      {0x80044066, "AVIERR_BADFORMAT: corrupt file or unrecognized format"},
-      {0x80044073, "AVIERR_READONLY"},
-      {0x800440C7, "AVIERR_ERROR"},
-      {0x80044076, "unknown avi result code"},
+  const std::vector<std::tuple<unsigned, std::size_t, std::string>> copies = {
+      {0, 8, std::string("Success\0#", 9)},
+      {0x8004406F, 9, std::string("AVIERR_F\0#", 10)},
+      {0x80044073, 16, std::string("AVIERR_READONLY\0#", 17)},
+      {0x80044076, 1, std::string("\0#", 2)},
+      {0x800440C7, 0, "#"},
   };
-  for (const auto& [code, text] : texts) {
-    for (const std::size_t size :
-         {std::size_t{0}, std::size_t{1}, std::size_t{5}, text.size(), text.size() + 1}) {
-      std::string buffer(100, '#');
-      EXPECT_EQ(AviResultText(Code(code), buffer.data(), size), text.size());
-      const std::string copied = size == 0 ? "" : text.substr(0, size - 1) + '\0';
-      EXPECT_EQ(buffer, copied + std::string(100 - copied.size(), '#')) << text << " in " << size;
-    }
-    EXPECT_EQ(AviResultText(Code(code), nullptr, 9), text.size());
+  for (const auto& [code, size, copy] : copies) {
+    std::string buffer(copy.size(), '#');
+    const std::size_t length = AviResultText(Code(code), buffer.data(), size);
+    EXPECT_EQ(buffer, copy);
+    EXPECT_EQ(AviResultText(Code(code), nullptr, 9), length);
   }
+  EXPECT_EQ(AviResultText(1, nullptr, 0), std::string("unknown avi result code").size());
 }
 
 TEST_F(NativeAviTest, FramesKeepTheirBytesAndTheHeaderTellsSizeAndRate) {
@@ -214,11 +211,10 @@ TEST_F(NativeAviTest, NothingIsWrittenAfterAFailedCall) {
   EXPECT_LT(failure, 0);
   EXPECT_NE(failure, Code(0x800440C7)) << "the code of the call itself";
   EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), Code(0x800440C7));
-  EXPECT_EQ(SetVideoCompression(avi.get(), frame.get(), nullptr, false, nullptr), Code(0x800440C7));
+  EXPECT_EQ(Set(avi.get(), frame.get()), Code(0x800440C7));
   EXPECT_EQ(AddAudio(avi.get(), "1234", 4), Code(0x800440C7));
   EXPECT_EQ(CloseAviFile(std::move(avi)), 0);
   EXPECT_THAT(ReadAvi(output_), IsEmpty());
-  EXPECT_TRUE(platform::RemoveFile(output_));
 }
 
 // A caller whose call was refused still owns what its options point to, and may try again with it.
@@ -244,7 +240,8 @@ TEST_F(NativeAviTest, ACompressorGetsFullFramesOnlyAndFreesItsOptions) {
 
 TEST_F(NativeAviTest, TheCreatorWritesAllFramesThatLoadAndDeletesAll) {
   const std::string tag = "TessaraAnimationConsole::k3dAviCreator::CreateAVI_MS:";
-  const std::string deletion = "TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles():";
+  const std::string deletion =
+      "TessaraAnimationConsole::k3dGetCAEData::DeleteImageFiles(): deleted 4 temp image files";
   // The first frame does not load, so nothing asks for a compressor.
   const std::vector<std::string> names = {"bad.bmp", "a.bmp", "missing.bmp", "b.bmp"};
   for (const std::string& output : {output_, temp_ / "missing\\out.avi"}) {
@@ -259,9 +256,7 @@ TEST_F(NativeAviTest, TheCreatorWritesAllFramesThatLoadAndDeletesAll) {
     EXPECT_TRUE(creator.CreateAVI_MS());
     EXPECT_THAT(temp_.Names(), IsSubsetOf({"log.txt", "out.avi"}));
   }
-  EXPECT_THAT(Log(), IsSupersetOf({tag + "Start", tag + "done", deletion + "Start",
-                                   deletion + " deleted 4 temp image files", deletion + "End",
-                                   tag + "End"}));
+  EXPECT_THAT(Log(), IsSupersetOf({tag + "Start", tag + "done", tag + "End", deletion}));
   const auto streams = ReadAvi(output_);
   ASSERT_THAT(streams, SizeIs(1));
   EXPECT_EQ(streams[0].header.substr(20, 8), LittleEndian(62, 4) + LittleEndian(1000, 4));
