@@ -8,10 +8,15 @@ project=$PWD
 # Runs a command quietly and says in one line what was done and how long it took. When it fails,
 # shows what it printed and ends the script.
 step() { # description, command...
-    local description=$1 start=$SECONDS log
+    local description=$1 start=$SECONDS log status
     shift
     log=$(mktemp build/step.XXXXXX.log)
-    if ! "$@" >"$log" 2>&1 </dev/null; then
+    # Not in a condition, where bash goes on after a failure inside a function.
+    set +e
+    (set -e; "$@") >"$log" 2>&1 </dev/null
+    status=$?
+    set -e
+    if [ $status != 0 ]; then
         cat "$log"
         echo "failed: $description ($((SECONDS - start)) s)"
         rm "$log"
