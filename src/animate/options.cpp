@@ -1,0 +1,165 @@
+#include "animate/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdlib>
+
+#include "animate/failure.h"
+#include "platform/file_system.h"
+
+namespace animate {
+namespace {
+
+constexpr double kHighestRate = 1000;
+constexpr int kLargestSide = 16384;
+
+constexpr char kHelp[] =
+    R"(Makes one animation of a folder of numbered images. The images are only read.
+
+Usage: TessaraAnimate [OPTIONS] FRAMES [OUTPUT]
+
+  FRAMES   a folder of images, or one image of the sequence that is meant
+  OUTPUT   the animation: .mp4 .mov .webm .gif .apng .avi .wmv .flv or .swf; when it is left out,
+           the folder's name with .mp4, beside the folder
+
+  -r, --rate N               frames a second, above 0 up to 1000, decimals allowed (16)
+      --size WxH             picture size (the frames' own)
+      --overwrite            replace an existing OUTPUT
+      --list                 make nothing, print the frames in their order
+      --fill-gaps            where numbers are missing, hold the frame before
+      --contact-sheet FILE.png
+                             also a sheet of up to 48 frames, to look at
+      --without-converter    merge GIF frames into a GIF without encoding them again; on Windows
+                             also any frames into an uncompressed AVI
+      --converter PATH       the ffmpeg to use
+      --delete-frames        delete the frames used once the animation is in place and proven
+      --rescue FOLDER        make frames again of copies that TessaraAnimationConsole left behind
+  -q, --quiet                print nothing but errors
+  -h, --help                 print this
+      --version              print the version
+
+Exit status: 0 the animation is in place and proven, 1 it is not, 2 wrong use, 130 interrupted.
+)";
+
+[[noreturn]] void WrongUse(const std::string& what) {
+  throw Failure(what, ExitStatus::kWrongUse);
+}
+
+double ReadRate(const std::string& text) {
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const auto isDigits = [](const std::string& part) {
+    return !part.empty() && part.find_first_not_of("0123456789") == std::string::npos;
+  };
+  const bool isDecimal = isDigits(text.substr(0, point)) &&
+                         (point == text.size() || isDigits(text.substr(point + 1)));
+  const double rate = isDecimal ? std::strtod(text.c_str(), nullptr) : 0;
+  if (!(rate > 0 && rate <= kHighestRate)) {
+    WrongUse("--rate: \"" + text + "\" is not a number above 0 up to 1000");
+  }
+  return rate;
+}
+
+Size ReadSize(const std::string& text) {
+  const auto read = [](const std::string& side) {
+    const bool isNumber = !side.empty() && side.size() <= 5 &&
+                          side.find_first_not_of("0123456789") == std::string::npos;
+    return isNumber ? std::atoi(side.c_str()) : 0;
+  };
+  const std::size_t mark = std::min(text.find_first_of("xX"), text.size());
+  const Size size = {read(text.substr(0, mark)),
+                     mark == text.size() ? 0 : read(text.substr(mark + 1))};
+  if (std::min(size.width, size.height) < 1 || std::max(size.width, size.height) > kLargestSide) {
+    WrongUse("--size: \"" + text + "\" is not WIDTHxHEIGHT with each from 1 to 16384");
+  }
+  return size;
+}
+
+// The one path that a text of the command line names.
+std::filesystem::path ReadPath(const std::string& text, const char* name) {
+  if (text.empty()) {
+    WrongUse(std::string(name) + " is empty");
+  }
+  return platform::FullPath(platform::PathFromText(text));
+}
+
+// The library's message as one line that begins like the others.
+std::string OneLine(std::string message) {
+  std::replace(message.begin(), message.end(), '\n', ' ');
+  return message;
+}
+
+void TakePaths(const std::vector<std::string>& paths, Options& options) {
+  if (paths.size() > 2) {
+    WrongUse("there are " + std::to_string(paths.size()) + " paths, but only FRAMES and OUTPUT are expected; when a shell has expanded a pattern like *.png, give the folder or one frame instead");
+  }
+  if (paths.empty()) {
+    if (options.rescue.empty()) {
+      WrongUse("FRAMES is missing; --help says more");
+    }
+    return;
+  }
+  if (!options.rescue.empty()) {
+    WrongUse("--rescue takes its folder alone, without FRAMES");
+  }
+  options.frames = ReadPath(paths[0], "FRAMES");
+  if (paths.size() == 2) {
+    options.output = ReadPath(paths[1], "OUTPUT");
+  }
+}
+
+}  // namespace
+
+Options ReadOptions(const std::vector<std::string>& arguments) {
+  Options options;
+  std::vector<std::string> paths;
+  std::string rate, size, contactSheet, converter, rescue;
+  bool help = false;
+  bool version = false;
+  CLI::App app;
+  app.allow_windows_style_options(false);
+  app.set_help_flag();
+  app.add_option("paths", paths);
+  app.add_option("-r,--rate", rate);
+  app.add_option("--size", size);
+  app.add_option("--contact-sheet", contactSheet);
+  app.add_option("--converter", converter);
+  app.add_option("--rescue", rescue);
+  app.add_flag("--overwrite", options.overwrite);
+  app.add_flag("--list", options.list);
+  app.add_flag("--fill-gaps", options.fillGaps);
+  app.add_flag("--without-converter", options.withoutConverter);
+  app.add_flag("--delete-frames", options.deleteFrames);
+  app.add_flag("-q,--quiet", options.quiet);
+  app.add_flag("-h,--help", help);
+  app.add_flag("--version", version);
+  try {
+    // The library takes the words from the back.
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::ParseError& error) {
+    WrongUse(OneLine(error.what()));
+  }
+  if (help || version) {
+    options.textToShow = help ? &kHelp[0] : "TessaraAnimate " TESSARA_VERSION "\n";
+    return options;
+  }
+  if (app.count("--rate") != 0) {
+    options.rateText = rate;
+    options.rate = ReadRate(rate);
+  }
+  if (app.count("--size") != 0) {
+    options.size = ReadSize(size);
+  }
+  if (app.count("--contact-sheet") != 0) {
+    options.contactSheet = ReadPath(contactSheet, "--contact-sheet");
+  }
+  if (app.count("--converter") != 0) {
+    options.converter = ReadPath(converter, "--converter");
+  }
+  if (app.count("--rescue") != 0) {
+    options.rescue = ReadPath(rescue, "--rescue");
+  }
+  TakePaths(paths, options);
+  return options;
+}
+
+}  // namespace animate

@@ -1,0 +1,45 @@
+// What the user asks for.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace animate {
+
+struct Size {
+  int width = 0;
+  int height = 0;
+
+  bool operator==(const Size&) const = default;
+};
+
+struct Options {
+  // The folder of the frames, or one of them; from the root on, as all paths here are.
+  std::filesystem::path frames;
+  // Empty when it was left out.
+  std::filesystem::path output;
+  std::filesystem::path contactSheet;
+  std::filesystem::path converter;
+  std::filesystem::path rescue;
+  // Frames a second: the text as it was given, a decimal number, and its value.
+  std::string rateText = "16";
+  double rate = 16;
+  // Nothing for the frames' own.
+  std::optional<Size> size;
+  bool overwrite = false;
+  bool list = false;
+  bool fillGaps = false;
+  bool withoutConverter = false;
+  bool deleteFrames = false;
+  bool quiet = false;
+  // A text that was asked for in place of a run: the help or the version.
+  std::string textToShow;
+};
+
+// Reads the command line without the program's name. Throws a Failure of wrong use, whose one line
+// says what is wrong.
+Options ReadOptions(const std::vector<std::string>& arguments);
+
+}  // namespace animate

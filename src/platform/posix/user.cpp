@@ -1,0 +1,56 @@
+#include "platform/user.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace platform {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void Note(int) {
+  interrupted = 1;
+}
+
+}  // namespace
+
+std::vector<std::string> ProgramArguments(int argc, char** argv) {
+  return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+bool ErrorsGoToTerminal() {
+  return isatty(STDERR_FILENO) != 0;
+}
+
+int TerminalWidth() {
+  constexpr int kUsualWidth = 80;
+  winsize size = {};
+  return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col
+                                                                         : kUsualWidth;
+}
+
+void UseUtf8Console() {}
+
+void WaitBeforeConsoleGoes() {}
+
+void NoteInterruptions() {
+  struct sigaction action = {};
+  action.sa_handler = Note;
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    // One that the caller has turned off (nohup) stays so.
+    struct sigaction before = {};
+    if (sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) {
+      sigaction(signal, &action, nullptr);
+    }
+  }
+  // A reader that has gone shows as a failed write.
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+bool IsInterrupted() {
+  return interrupted != 0;
+}
+
+}  // namespace platform

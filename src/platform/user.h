@@ -1,0 +1,32 @@
+// Who started the program, and from where: its arguments, the terminal, and the wish to stop.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// The arguments without the program's own name, in UTF-8 on Windows whatever the code page,
+// elsewhere as their bytes.
+std::vector<std::string> ProgramArguments(int argc, char** argv);
+
+// Whether standard error is a terminal in which a line can be rewritten, and how many characters
+// wide that is.
+bool ErrorsGoToTerminal();
+int TerminalWidth();
+
+// Makes texts in UTF-8 readable in the console, where that has a code page of its own.
+void UseUtf8Console();
+
+// Waits for a key when the console was opened for this program alone and will go with it, so that
+// its last words can be read.
+void WaitBeforeConsoleGoes();
+
+// From now on the user's wish to stop (Ctrl-C, a closed console, a request to end) no longer ends
+// the process but is noted.
+void NoteInterruptions();
+
+// Whether such a wish was noted.
+bool IsInterrupted();
+
+}  // namespace platform

@@ -1,0 +1,85 @@
+#include "platform/user.h"
+
+#include <windows.h>
+// shellapi.h builds on windows.h.
+#include <shellapi.h>
+
+#include <atomic>
+#include <cstdio>
+#include <memory>
+
+#include "platform/windows/wide_text.h"
+
+namespace platform {
+namespace {
+
+std::atomic<bool> interrupted = false;
+
+BOOL WINAPI Note(DWORD event) {
+  interrupted = true;
+  if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
+    // After a closed console the system ends the process when this returns; so it does not, and
+    // leaves the time that the system grants to the clearing up.
+    Sleep(INFINITE);
+  }
+  return TRUE;
+}
+
+struct LocalFreer {
+  void operator()(wchar_t** memory) const { LocalFree(memory); }
+};
+
+}  // namespace
+
+std::vector<std::string> ProgramArguments(int, char**) {
+  int count = 0;
+  const std::unique_ptr<wchar_t*, LocalFreer> words(
+      CommandLineToArgvW(GetCommandLineW(), &count));
+  std::vector<std::string> arguments;
+  for (int index = 1; index < count; ++index) {
+    arguments.push_back(Narrowed(words.get()[index]));
+  }
+  return arguments;
+}
+
+bool ErrorsGoToTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+int TerminalWidth() {
+  constexpr int kUsualWidth = 80;
+  CONSOLE_SCREEN_BUFFER_INFO screen = {};
+  return GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &screen) != 0
+             ? screen.srWindow.Right - screen.srWindow.Left + 1
+             : kUsualWidth;
+}
+
+void UseUtf8Console() {
+  SetConsoleOutputCP(CP_UTF8);
+}
+
+void WaitBeforeConsoleGoes() {
+  DWORD process = 0;
+  if (GetConsoleProcessList(&process, 1) != 1 || !ErrorsGoToTerminal()) {
+    return;
+  }
+  std::fputs("Press a key to close this window.\n", stderr);
+  HANDLE keyboard = GetStdHandle(STD_INPUT_HANDLE);
+  FlushConsoleInputBuffer(keyboard);
+  INPUT_RECORD record = {};
+  DWORD count = 0;
+  while (ReadConsoleInputW(keyboard, &record, 1, &count) != 0 &&
+         !(record.EventType == KEY_EVENT && record.Event.KeyEvent.bKeyDown != 0)) {
+  }
+}
+
+void NoteInterruptions() {
+  SetConsoleCtrlHandler(Note, TRUE);
+}
+
+bool IsInterrupted() {
+  return interrupted;
+}
+
+}  // namespace platform

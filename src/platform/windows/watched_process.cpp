@@ -1,0 +1,165 @@
+#include "platform/watched_process.h"
+
+#include <windows.h>
+
+#include <array>
+
+#include "platform/line_splitter.h"
+#include "platform/user.h"
+#include "platform/windows/wide_text.h"
+
+namespace platform {
+namespace {
+
+// How long to wait for the next piece of output before looking again.
+constexpr DWORD kLookMilliseconds = 10;
+
+// `word` as the usual rules for command lines read it back: quoted, with quotes and the backslashes
+// before them doubled by a backslash.
+std::string Quoted(const std::string& word) {
+  std::string quoted = "\"";
+  std::size_t backslashes = 0;
+  for (const char c : word) {
+    if (c == '\\') {
+      ++backslashes;
+    } else {
+      if (c == '"') {
+        quoted.append(backslashes + 1, '\\');
+      }
+      backslashes = 0;
+    }
+    quoted += c;
+  }
+  return quoted.append(backslashes, '\\') + "\"";
+}
+
+struct Pipe {
+  OwnedHandle reading;
+  // Only this end is inherited.
+  OwnedHandle writing;
+};
+
+Pipe MakePipe() {
+  SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
+  HANDLE reading = nullptr;
+  HANDLE writing = nullptr;
+  if (CreatePipe(&reading, &writing, &inheritable, 0) == 0) {
+    return {};
+  }
+  SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
+  return {OwnedHandle(reading), OwnedHandle(writing)};
+}
+
+OwnedHandle OpenNullDevice() {
+  SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
+  HANDLE device = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                              &inheritable, OPEN_EXISTING, 0, nullptr);
+  return OwnedHandle(device == INVALID_HANDLE_VALUE ? nullptr : device);
+}
+
+// Whatever is in it is killed when its last handle goes, which the system closes in any case.
+OwnedHandle MakeDeadlyJob() {
+  OwnedHandle job(CreateJobObjectW(nullptr, nullptr));
+  JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+  limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+  SetInformationJobObject(job.get(), JobObjectExtendedLimitInformation, &limits, sizeof(limits));
+  return job;
+}
+
+// A started program, killed when it is left before its end.
+class Child {
+ public:
+  Child(OwnedHandle process, OwnedHandle job)
+      : process_(std::move(process)), job_(std::move(job)) {}
+  ~Child() {
+    TerminateJobObject(job_.get(), 1);
+    // Also where the system refused to put it into the job; nothing happens to one that has ended.
+    TerminateProcess(process_.get(), 1);
+    WaitForSingleObject(process_.get(), INFINITE);
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+
+  // Whether it ends within that time.
+  bool Ends(DWORD milliseconds) const {
+    return WaitForSingleObject(process_.get(), milliseconds) == WAIT_OBJECT_0;
+  }
+
+  DWORD Status() const {
+    DWORD status = 1;
+    GetExitCodeProcess(process_.get(), &status);
+    return status;
+  }
+
+ private:
+  OwnedHandle process_;
+  OwnedHandle job_;
+};
+
+// Passes on what is in the pipe. Returns whether there was anything.
+bool PassOn(const Pipe& pipe, LineSplitter& lines) {
+  std::array<char, 65536> buffer;
+  DWORD available = 0;
+  DWORD count = 0;
+  if (PeekNamedPipe(pipe.reading.get(), nullptr, 0, nullptr, &available, nullptr) == 0 ||
+      available == 0 ||
+      ReadFile(pipe.reading.get(), buffer.data(), static_cast<DWORD>(buffer.size()), &count,
+               nullptr) == 0) {
+    return false;
+  }
+  lines.Take({buffer.data(), count});
+  return count != 0;
+}
+
+}  // namespace
+
+ProcessEnd RunWatched(const std::filesystem::path& program,
+                      const std::vector<std::string>& arguments,
+                      const std::function<void(const std::string&)>& outputLine,
+                      const std::function<void(const std::string&)>& errorLine) {
+  std::string words = Quoted(Narrowed(program.native()));
+  for (const std::string& argument : arguments) {
+    words += " " + Quoted(argument);
+  }
+  std::wstring line = Widened(words);
+  const OwnedHandle input = OpenNullDevice();
+  Pipe output = MakePipe();
+  Pipe errors = MakePipe();
+  STARTUPINFOW startUp = {};
+  startUp.cb = sizeof(startUp);
+  startUp.dwFlags = STARTF_USESTDHANDLES;
+  startUp.hStdInput = input.get();
+  startUp.hStdOutput = output.writing.get();
+  startUp.hStdError = errors.writing.get();
+  PROCESS_INFORMATION created = {};
+  if (CreateProcessW(SystemPath(program).c_str(), line.data(), nullptr, nullptr, TRUE,
+                     CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, nullptr, &startUp,
+                     &created) == 0) {
+    return {ErrorText(GetLastError()), false, ""};
+  }
+  OwnedHandle job = MakeDeadlyJob();
+  AssignProcessToJobObject(job.get(), created.hProcess);
+  const Child child(OwnedHandle(created.hProcess), std::move(job));
+  ResumeThread(OwnedHandle(created.hThread).get());
+  output.writing.reset();
+  errors.writing.reset();
+  LineSplitter outputLines(outputLine);
+  LineSplitter errorLines(errorLine);
+  bool hasEnded = false;
+  bool hasPassed = true;
+  // What it wrote last is still in the pipes after its end.
+  while (!hasEnded || hasPassed) {
+    if (IsInterrupted()) {
+      return {"", true, ""};
+    }
+    hasEnded = hasEnded || child.Ends(hasPassed ? 0 : kLookMilliseconds);
+    const bool fromOutput = PassOn(output, outputLines);
+    hasPassed = PassOn(errors, errorLines) || fromOutput;
+  }
+  outputLines.Finish();
+  errorLines.Finish();
+  const DWORD status = child.Status();
+  return {"", false, status == 0 ? "" : "status " + std::to_string(status)};
+}
+
+}  // namespace platform

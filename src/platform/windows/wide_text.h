@@ -1,0 +1,30 @@
+// Wide texts for the system, and UTF-8 for the rest of the program.
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace platform {
+
+struct HandleCloser {
+  using pointer = HANDLE;
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+// A handle that is closed when its owner goes; null, and not INVALID_HANDLE_VALUE, when empty.
+using OwnedHandle = std::unique_ptr<HANDLE, HandleCloser>;
+
+// Bytes that are no UTF-8, and parts that are no Unicode, become the replacement character.
+std::wstring Widened(const std::string& text);
+std::string Narrowed(const std::wstring& text);
+
+// `path` as the system takes it without a limit of its length: from the root on and marked as such
+// when it is long.
+std::wstring SystemPath(const std::filesystem::path& path);
+
+// The system's words for one of its error numbers, without a line end or a full stop.
+std::string ErrorText(DWORD error);
+
+}  // namespace platform
