@@ -8,7 +8,7 @@
 #include <limits>
 #include <random>
 
-#include "platform/windows/wide_text.h"
+#include "platform/windows/utf8.h"
 
 namespace platform {
 namespace fs = std::filesystem;
@@ -64,11 +64,11 @@ bool MakeOwnersFolder(const fs::path& path) {
 }  // namespace
 
 fs::path PathFromText(const std::string& text) {
-  return Widened(text);
+  return WideFromUtf8(text);
 }
 
 std::string TextOfPath(const fs::path& path) {
-  return Narrowed(path.native());
+  return Utf8FromWide(path.native());
 }
 
 fs::path FullPath(const fs::path& path) {
@@ -79,7 +79,7 @@ fs::path FullPath(const fs::path& path) {
 }
 
 std::string ArgumentOfPath(const fs::path& path) {
-  return Narrowed(SystemPath(path));
+  return Utf8FromWide(SystemPath(path));
 }
 
 FileStatus QueryStatus(const fs::path& path) {
@@ -243,7 +243,7 @@ fs::path ProgramFolder() {
 }
 
 fs::path PathVariable(const char* name) {
-  const std::wstring wide = Widened(name);
+  const std::wstring wide = WideFromUtf8(name);
   return FilledText([&](wchar_t* text, DWORD size) {
     return GetEnvironmentVariableW(wide.c_str(), text, size);
   });

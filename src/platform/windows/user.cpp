@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <memory>
 
-#include "platform/windows/wide_text.h"
+#include "platform/windows/utf8.h"
 
 namespace platform {
 namespace {
@@ -37,7 +37,7 @@ std::vector<std::string> ProgramArguments(int, char**) {
       CommandLineToArgvW(GetCommandLineW(), &count));
   std::vector<std::string> arguments;
   for (int index = 1; index < count; ++index) {
-    arguments.push_back(Narrowed(words.get()[index]));
+    arguments.push_back(Utf8FromWide(words.get()[index]));
   }
   return arguments;
 }

@@ -6,7 +6,7 @@
 
 #include "platform/line_splitter.h"
 #include "platform/user.h"
-#include "platform/windows/wide_text.h"
+#include "platform/windows/utf8.h"
 
 namespace platform {
 namespace {
@@ -117,11 +117,11 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
                       const std::vector<std::string>& arguments,
                       const std::function<void(const std::string&)>& outputLine,
                       const std::function<void(const std::string&)>& errorLine) {
-  std::string words = Quoted(Narrowed(program.native()));
+  std::string words = Quoted(Utf8FromWide(program.native()));
   for (const std::string& argument : arguments) {
     words += " " + Quoted(argument);
   }
-  std::wstring line = Widened(words);
+  std::wstring line = WideFromUtf8(words);
   const OwnedHandle input = OpenNullDevice();
   Pipe output = MakePipe();
   Pipe errors = MakePipe();

@@ -17,8 +17,8 @@ struct HandleCloser {
 using OwnedHandle = std::unique_ptr<HANDLE, HandleCloser>;
 
 // Bytes that are no UTF-8, and parts that are no Unicode, become the replacement character.
-std::wstring Widened(const std::string& text);
-std::string Narrowed(const std::wstring& text);
+std::wstring WideFromUtf8(const std::string& text);
+std::string Utf8FromWide(const std::wstring& text);
 
 // `path` as the system takes it without a limit of its length: from the root on and marked as such
 // when it is long.

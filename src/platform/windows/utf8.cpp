@@ -1,4 +1,4 @@
-#include "platform/windows/wide_text.h"
+#include "platform/windows/utf8.h"
 
 #include "platform/file_system.h"
 
@@ -10,7 +10,7 @@ constexpr std::size_t kLongestPlainPath = 240;
 
 }  // namespace
 
-std::wstring Widened(const std::string& text) {
+std::wstring WideFromUtf8(const std::string& text) {
   const int length = static_cast<int>(text.size());
   std::wstring wide(text.size(), L'\0');
   wide.resize(static_cast<std::size_t>(
@@ -18,7 +18,7 @@ std::wstring Widened(const std::string& text) {
   return wide;
 }
 
-std::string Narrowed(const std::wstring& text) {
+std::string Utf8FromWide(const std::wstring& text) {
   constexpr std::size_t kMostBytesPerUnit = 3;
   const int length = static_cast<int>(text.size());
   std::string narrow(text.size() * kMostBytesPerUnit, '\0');
@@ -43,7 +43,7 @@ std::string ErrorText(DWORD error) {
   while (!text.empty() && (text.back() <= L' ' || text.back() == L'.')) {
     text.pop_back();
   }
-  return text.empty() ? "error " + std::to_string(error) : Narrowed(text);
+  return text.empty() ? "error " + std::to_string(error) : Utf8FromWide(text);
 }
 
 }  // namespace platform
