@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 #include "animate/failure.h"
@@ -82,6 +83,26 @@ std::filesystem::path ReadPath(const std::string& text, const char* name) {
   return platform::FullPath(platform::PathFromText(text));
 }
 
+std::string Extension(const std::filesystem::path& path) {
+  const std::string extension = platform::TextOfPath(path.extension());
+  return extension.empty() ? "" : extension.substr(1);
+}
+
+void CheckRate(const Options& options) {
+  const auto refuse = [&](const char* how, double limit) {
+    char text[32];
+    std::snprintf(&text[0], sizeof(text), "%g", limit);
+    WrongUse("--rate: a " + options.format->extension + " file cannot play " + how + " than " +
+             &text[0] + " frames a second");
+  };
+  if (options.rate > options.format->highestRate) {
+    refuse("faster", options.format->highestRate);
+  }
+  if (options.rate < options.format->lowestRate) {
+    refuse("slower", options.format->lowestRate);
+  }
+}
+
 // The library's message as one line that begins like the others.
 std::string OneLine(std::string message) {
   std::replace(message.begin(), message.end(), '\n', ' ');
@@ -104,6 +125,11 @@ void TakePaths(const std::vector<std::string>& paths, Options& options) {
   options.frames = ReadPath(paths[0], "FRAMES");
   if (paths.size() == 2) {
     options.output = ReadPath(paths[1], "OUTPUT");
+    options.format = FindFormat(Extension(options.output));
+    if (options.format == nullptr) {
+      WrongUse("OUTPUT: \"" + platform::TextOfPath(options.output.filename()) + "\" does not end like one of the formats: .mp4 .mov .webm .gif .apng .avi .wmv .flv .swf");
+    }
+    CheckRate(options);
   }
 }
 
@@ -135,6 +161,9 @@ Options ReadOptions(const std::vector<std::string>& arguments) {
   try {
     // The library takes the words from the back.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::ArgumentMismatch& error) {
+    const std::string message = error.what();
+    WrongUse(message.substr(0, message.find(':')) + " has to be given once, with one value");
   } catch (const CLI::ParseError& error) {
     WrongUse(OneLine(error.what()));
   }
@@ -151,6 +180,10 @@ Options ReadOptions(const std::vector<std::string>& arguments) {
   }
   if (app.count("--contact-sheet") != 0) {
     options.contactSheet = ReadPath(contactSheet, "--contact-sheet");
+    const std::string extension = Extension(options.contactSheet);
+    if (extension != "png" && extension != "PNG") {
+      WrongUse("--contact-sheet: \"" + contactSheet + "\" does not end in .png");
+    }
   }
   if (app.count("--converter") != 0) {
     options.converter = ReadPath(converter, "--converter");

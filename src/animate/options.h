@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "animate/format.h"
+
 namespace animate {
 
 struct Size {
@@ -20,6 +22,8 @@ struct Options {
   std::filesystem::path frames;
   // Empty when it was left out.
   std::filesystem::path output;
+  const Format* format = FindFormat("mp4");
+  // These four are empty when they are not asked for.
   std::filesystem::path contactSheet;
   std::filesystem::path converter;
   std::filesystem::path rescue;

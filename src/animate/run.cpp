@@ -2,9 +2,14 @@
 
 #include <cstdio>
 
+#include "animate/converter.h"
 #include "animate/failure.h"
+#include "animate/new_file.h"
+#include "animate/plan.h"
+#include "animate/proof.h"
 #include "animate/report.h"
 #include "animate/sequence.h"
+#include "animate/staging.h"
 #include "platform/file_system.h"
 #include "platform/user.h"
 
@@ -25,10 +30,12 @@ FoundFrames FindFrames(const fs::path& meant) {
   }
   const bool isFolder = kind == platform::FileKind::kFolder;
   const fs::path folder = isFolder ? meant : meant.parent_path();
-  const auto names = platform::ListFiles(folder);
+  auto names = platform::ListFiles(folder);
   if (!names) {
     throw Failure("the folder \"" + platform::TextOfPath(folder) + "\" cannot be read");
   }
+  // Other runs may be at work in the same folder.
+  std::erase_if(*names, NewFile::IsName);
   try {
     return {folder, FindSequence(*names, isFolder ? std::nullopt
                                                   : std::optional<fs::path>(meant.filename()))};
@@ -37,9 +44,66 @@ FoundFrames FindFrames(const fs::path& meant) {
   }
 }
 
-void PrintList(const FoundFrames& frames) {
-  for (const NumberedName& frame : frames.findings.sequence) {
-    std::puts(platform::TextOfPath(frames.folder / frame.name).c_str());
+void PrintList(const FoundFrames& frames, bool fillGaps) {
+  for (const std::size_t index : ShownFrames(frames.findings, fillGaps)) {
+    const fs::path path = frames.folder / frames.findings.sequence[index].name;
+    std::fprintf(stdout, "%s\n", platform::TextOfPath(path).c_str());
+  }
+}
+
+std::string ShownSize(Size size) {
+  return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+void PrintPlan(const Plan& plan) {
+  const std::size_t held = plan.shown.size() - plan.frames.size();
+  PrintNote("making: " + platform::TextOfPath(plan.output) + ", " +
+            std::to_string(plan.shown.size()) + " frames" +
+            (held == 0 ? "" : " (" + std::to_string(held) + " of them held)") + " at " +
+            plan.rateText + " frames a second, " + ShownSize(plan.size));
+  if (plan.hasSeveralSizes) {
+    PrintNote("sizes: the frames have several; all are brought to " + ShownSize(plan.size) +
+              " with their shape kept");
+  }
+}
+
+void PrintResult(const Plan& plan, const Proven& proven, std::uint64_t bytes) {
+  char length[32];
+  std::snprintf(&length[0], sizeof(length), "%.1f s", proven.length);
+  std::printf("%s: %zu frames, %s at %s frames a second, %s, %s\n",
+              platform::TextOfPath(plan.output.filename()).c_str(), proven.frames, &length[0],
+              plan.rateText.c_str(), ShownSize(proven.size).c_str(), ShownBytes(bytes).c_str());
+}
+
+void DeleteFrames(const Plan& plan) {
+  std::size_t kept = 0;
+  for (const PlannedFrame& frame : plan.frames) {
+    // One that was changed meanwhile is not the one in the animation.
+    const bool isSame = platform::QueryStatus(frame.path) == frame.status;
+    kept += isSame && platform::DeleteOneFile(frame.path) ? 0 : 1;
+  }
+  if (kept != 0) {
+    PrintNote("not deleted: " + std::to_string(kept) + " frames, which cannot be deleted or were changed meanwhile");
+  }
+}
+
+Proven MakeWithConverter(const Plan& plan, const Options& options, const NewFile& animation,
+                         const NewFile* contactSheet) {
+  const Converter converter(options.converter, *plan.format);
+  const Staging staging(plan);
+  {
+    ProgressLine line(plan.shown.size(), options.quiet);
+    MakeAnimation(converter, plan, staging, animation.Path(),
+                  [&](std::size_t done) { line.Show(done); });
+  }
+  if (contactSheet != nullptr) {
+    MakeContactSheet(converter, plan, staging, contactSheet->Path());
+  }
+  try {
+    return Prove(converter, plan, animation.Path(), staging.Folder());
+  } catch (const Failure& failure) {
+    StopIfInterrupted();
+    FailForFrames(converter, plan, staging, failure.what());
   }
 }
 
@@ -57,8 +121,30 @@ void Run(const Options& options) {
     PrintFindings(frames.findings);
   }
   if (options.list) {
-    PrintList(frames);
+    PrintList(frames, options.fillGaps);
     return;
+  }
+  const Plan plan = MakePlan(options, frames.folder, frames.findings);
+  if (!options.quiet) {
+    PrintPlan(plan);
+  }
+  NewFile animation(plan.output);
+  std::optional<NewFile> contactSheet;
+  if (!plan.contactSheet.empty()) {
+    contactSheet.emplace(plan.contactSheet);
+  }
+  const Proven proven =
+      MakeWithConverter(plan, options, animation, contactSheet ? &*contactSheet : nullptr);
+  StopIfInterrupted();
+  animation.PutInPlace(plan.replace);
+  if (contactSheet) {
+    contactSheet->PutInPlace(plan.replace);
+  }
+  if (options.deleteFrames) {
+    DeleteFrames(plan);
+  }
+  if (!options.quiet) {
+    PrintResult(plan, proven, platform::QueryStatus(plan.output).size);
   }
 }
 

@@ -83,8 +83,8 @@ class Child {
 };
 
 // The child's side of the start. A failure goes through `failure` as the system's error number.
-[[noreturn]] void BecomeProgram(const char* program, char** arguments, pid_t parent,
-                                const Pipe& output, const Pipe& errors, const Pipe& failure) {
+[[noreturn]] void BecomeProgram(const char* program, char** arguments, const char* folder,
+                                pid_t parent, const Pipe& output, const Pipe& errors, const Pipe& failure) {
   setpgid(0, 0);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) {
@@ -94,7 +94,7 @@ class Child {
   std::signal(SIGPIPE, SIG_DFL);
   const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
   if (input >= 0 && dup2(input, STDIN_FILENO) >= 0 && dup2(output.Writing(), STDOUT_FILENO) >= 0 &&
-      dup2(errors.Writing(), STDERR_FILENO) >= 0) {
+      dup2(errors.Writing(), STDERR_FILENO) >= 0 && chdir(folder) == 0) {
     execv(program, arguments);
   }
   const int error = errno;
@@ -156,6 +156,7 @@ std::string DescribeEnd(int status) {
 
 ProcessEnd RunWatched(const std::filesystem::path& program,
                       const std::vector<std::string>& arguments,
+                      const std::filesystem::path& folder,
                       const std::function<void(const std::string&)>& outputLine,
                       const std::function<void(const std::string&)>& errorLine) {
   std::vector<std::string> words = {program.native()};
@@ -177,7 +178,7 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
     return {std::strerror(errno), false, ""};
   }
   if (process == 0) {
-    BecomeProgram(program.c_str(), vector.data(), parent, output, errors, failure);
+    BecomeProgram(program.c_str(), vector.data(), folder.c_str(), parent, output, errors, failure);
   }
   Child child(process);
   output.CloseWriting();

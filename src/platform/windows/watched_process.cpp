@@ -115,6 +115,7 @@ bool PassOn(const Pipe& pipe, LineSplitter& lines) {
 
 ProcessEnd RunWatched(const std::filesystem::path& program,
                       const std::vector<std::string>& arguments,
+                      const std::filesystem::path& folder,
                       const std::function<void(const std::string&)>& outputLine,
                       const std::function<void(const std::string&)>& errorLine) {
   std::string words = Quoted(Utf8FromWide(program.native()));
@@ -133,7 +134,7 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
   startUp.hStdError = errors.writing.get();
   PROCESS_INFORMATION created = {};
   if (CreateProcessW(SystemPath(program).c_str(), line.data(), nullptr, nullptr, TRUE,
-                     CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, nullptr, &startUp,
+                     CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, folder.c_str(), &startUp,
                      &created) == 0) {
     return {ErrorText(GetLastError()), false, ""};
   }

@@ -1,0 +1,32 @@
+// A file that takes its place only when it is finished.
+#pragma once
+
+#include <filesystem>
+
+namespace animate {
+
+// An empty file beside the place that it is for, under a name of its own with the same extension.
+// Unless it was put in its place it is deleted when its owner goes.
+class NewFile {
+ public:
+  // Throws a Failure when no file can be made in the folder of `place`.
+  explicit NewFile(const std::filesystem::path& place);
+  ~NewFile();
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  const std::filesystem::path& Path() const { return path_; }
+
+  // Puts the file in its place in one step, its content on the disk. Without `replace` a file that
+  // has come there meanwhile stays. Throws a Failure when it is not in its place then.
+  void PutInPlace(bool replace);
+
+  // Whether a name is one that this class gives.
+  static bool IsName(const std::filesystem::path& name);
+
+ private:
+  std::filesystem::path place_;
+  std::filesystem::path path_;
+};
+
+}  // namespace animate

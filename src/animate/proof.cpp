@@ -1,0 +1,77 @@
+#include "animate/proof.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <string>
+
+#include "animate/failure.h"
+
+namespace animate {
+namespace {
+
+// What the lines about the packets of a file amount to.
+struct Packets {
+  std::size_t count = 0;
+  long long first = std::numeric_limits<long long>::max();
+  long long last = std::numeric_limits<long long>::min();
+  // The unit of the times, in seconds.
+  double tick = 0;
+  Size size;
+
+  void Take(const std::string& line) {
+    long long numerator = 0;
+    long long denominator = 0;
+    long long decoded = 0;
+    long long shown = 0;
+    if (std::sscanf(line.c_str(), "#tb 0: %lld/%lld", &numerator, &denominator) == 2) {
+      tick = static_cast<double>(numerator) / static_cast<double>(denominator);
+    } else if (std::sscanf(line.c_str(), "#dimensions 0: %dx%d", &size.width, &size.height) != 2 &&
+               std::sscanf(line.c_str(), "0, %lld, %lld,", &decoded, &shown) == 2) {
+      ++count;
+      first = std::min(first, shown);
+      last = std::max(last, shown);
+    }
+  }
+};
+
+std::string Shown(double seconds) {
+  char text[32];
+  std::snprintf(&text[0], sizeof(text), "%.3f s", seconds);
+  return &text[0];
+}
+
+}  // namespace
+
+Proven Prove(const Converter& converter, const Plan& plan, const std::filesystem::path& target,
+             const std::filesystem::path& folder) {
+  Packets packets;
+  const ConverterResult result = converter.Run(
+      {"-f", plan.format->demuxer, "-i", platform::ArgumentOfPath(target), "-map", "0:v:0", "-c",
+       "copy", "-copyinkf", "-f", "framecrc", "pipe:1"},
+      folder, [&](const std::string& line) { packets.Take(line); });
+  if (!result.failure.empty()) {
+    throw Failure("the finished file cannot be read back: " + result.failure);
+  }
+  const std::size_t planned = plan.shown.size();
+  if (packets.count != planned) {
+    throw Failure("the finished file has " + std::to_string(packets.count) + " frames instead of " +
+                  std::to_string(planned));
+  }
+  if (packets.size != plan.size) {
+    throw Failure("the finished file has pictures of another size");
+  }
+  // From the first frame to the last; half a frame is less than what a lost frame would make. A
+  // container that holds the rate in steps cannot be more exact than those.
+  const double span = static_cast<double>(packets.last - packets.first) * packets.tick;
+  const double wanted = static_cast<double>(planned - 1) / plan.rate;
+  const double allowed =
+      std::max(0.5 / plan.rate, packets.tick) + wanted * plan.format->rateStep / plan.rate;
+  if (!(std::abs(span - wanted) <= allowed)) {
+    throw Failure("the finished file takes " + Shown(span) + " from the first frame to the last instead of " + Shown(wanted));
+  }
+  return {packets.count, static_cast<double>(planned) / plan.rate, packets.size};
+}
+
+}  // namespace animate
