@@ -76,11 +76,12 @@ Words OutputWords(const Plan& plan, const fs::path& target) {
   return Joined(words, {"-f", plan.format->muxer, platform::ArgumentOfPath(target)});
 }
 
-// Whether `count` frames from the one with the number `first` on are decoded without an error.
+// Whether `count` frames from the one with the number `first` on are decoded without an error. With
+// one thread the converter does not look at frames after them.
 bool AreGood(const Converter& converter, const Plan& plan, const Staging& staging,
              std::size_t first, std::size_t count) {
   const ConverterResult result = converter.Run(
-      Joined(InputWords(plan, staging.Pattern(), first),
+      Joined(Joined({"-threads", "1"}, InputWords(plan, staging.Pattern(), first)),
              {"-frames:v", std::to_string(count), "-f", "null", "-"}),
       staging.Folder());
   return result.failure.empty() && result.frames == count;

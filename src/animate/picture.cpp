@@ -158,8 +158,19 @@ Found ReadBmp(Bytes& bytes) {
     return MakeSize(bytes.LittleEndian(18, 2), bytes.LittleEndian(20, 2));
   }
   // A negative height says that the rows run from the top.
-  const std::uint32_t height = bytes.LittleEndian(22, 4);
-  return MakeSize(bytes.LittleEndian(18, 4), height > 0x7FFFFFFF ? 0U - height : height);
+  const std::uint32_t storedHeight = bytes.LittleEndian(22, 4);
+  const std::uint32_t height = storedHeight > 0x7FFFFFFF ? 0U - storedHeight : storedHeight;
+  const std::uint32_t width = bytes.LittleEndian(18, 4);
+  // Rows of whole 32-bit words, unless they are compressed.
+  constexpr std::uint32_t kPlain = 0;
+  constexpr std::uint32_t kMasked = 3;
+  const std::uint32_t compression = bytes.LittleEndian(30, 4);
+  const std::uint64_t row = (std::uint64_t{width} * bytes.LittleEndian(28, 2) + 31) / 32 * 4;
+  if ((compression == kPlain || compression == kMasked) && row != 0 &&
+      height > (bytes.Size() - std::min<std::uint64_t>(bytes.LittleEndian(10, 4), bytes.Size())) / row) {
+    return std::nullopt;
+  }
+  return MakeSize(width, height);
 }
 
 Found ReadTiff(Bytes& bytes) {
@@ -169,7 +180,8 @@ Found ReadTiff(Bytes& bytes) {
   };
   const std::uint64_t directory = number(4, 4);
   const std::uint32_t entries = number(directory, 2);
-  if (directory + 2 + 12ULL * entries > bytes.Size()) {
+  // After the entries comes the place of the next directory.
+  if (directory + 2 + 12ULL * entries + 4 > bytes.Size()) {
     return std::nullopt;
   }
   // Where value `index` of an entry is: in the entry itself when all have room there.
