@@ -15,10 +15,16 @@ namespace {
 // A stream that writes to memory.
 class MemoryStream {
  public:
+  MemoryStream() = default;
   ~MemoryStream() {
+    // open_memstream wants both given back like this.
+    // NOLINTBEGIN(cppcoreguidelines-owning-memory, cppcoreguidelines-no-malloc)
     std::fclose(stream_);
     std::free(content_);
+    // NOLINTEND(cppcoreguidelines-owning-memory, cppcoreguidelines-no-malloc)
   }
+  MemoryStream(const MemoryStream&) = delete;
+  MemoryStream& operator=(const MemoryStream&) = delete;
   std::FILE* Get() { return stream_; }
   std::string_view Content() {
     std::fflush(stream_);
