@@ -34,11 +34,11 @@ GifFrameResult GifMerger::AppendBytes(std::string_view file, std::FILE* output, 
 
 GifFrameResult GifMerger::AppendInput(std::FILE* output, bool first) {
   output_ = output;
-  CopyScreenHeader(first);
+  ReadScreenHeader(first);
   auto result = GifFrameResult::kNoImage;
   if (FindImage()) {
     WriteByte(kImageSeparator);
-    CopyImageDescriptor(first);
+    ReadImageDescriptor(first);
     follower_.messages = settings.messages;
     follower_.debug = settings.debug;
     if (follower_.CopyImageData(input_, output)) {
@@ -64,7 +64,7 @@ bool GifMerger::FindImage() {
   return byte != EOF;
 }
 
-void GifMerger::CopyScreenHeader(bool first) {
+void GifMerger::ReadScreenHeader(bool first) {
   for (std::size_t count = 0; count < kSignature.size(); ++count) {
     ReadByte(false);
   }
@@ -94,7 +94,7 @@ void GifMerger::CopyScreenHeader(bool first) {
   }
 }
 
-void GifMerger::CopyImageDescriptor(bool first) {
+void GifMerger::ReadImageDescriptor(bool first) {
   for (const int fixed : {settings.x, settings.y}) {
     const int own = ReadWord(false);
     WriteWord(settings.fixedPosition ? fixed : own);

@@ -65,8 +65,8 @@ class GifMerger {
  private:
   GifFrameResult AppendInput(std::FILE* output, bool first);
   bool FindImage();
-  void CopyScreenHeader(bool first);
-  void CopyImageDescriptor(bool first);
+  void ReadScreenHeader(bool first);
+  void ReadImageDescriptor(bool first);
   void WriteGraphicControl();
   void WriteLoop();
   int FindTransparentColour() const;
