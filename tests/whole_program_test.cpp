@@ -283,12 +283,12 @@ TEST_F(WholeProgramTest, FailuresAfterTheStartAreNotNoticed) {
   frames_.WriteAll({".png", "a1.png", "a3.png", "a4.png", "other.txt"});
   frames_.MakeFolder("a2.png");
   temp_.WriteAll({"left_qmbImgTemp_1.png", "left_qmbImgTemp_2.png", "other_1.png"});
-  const std::string readOnly[] = {
-      "/a4.png", "/../" + fs::path(temp_.Path()).filename().string() + "/left_qmbImgTemp_2.png",
-      "/_console_qmbImgTemp_4.png"};
+  const std::string readOnly[] = {frames_.Path() + "/a4.png",
+                                  temp_.Path() + "/left_qmbImgTemp_2.png",
+                                  frames_.Path() + "/_console_qmbImgTemp_4.png"};
   const auto write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
-  fs::permissions(frames_.Path() + readOnly[0], write, fs::perm_options::remove);
-  fs::permissions(frames_.Path() + readOnly[1], write, fs::perm_options::remove);
+  fs::permissions(readOnly[0], write, fs::perm_options::remove);
+  fs::permissions(readOnly[1], write, fs::perm_options::remove);
   EXPECT_EQ(Run({frames_ / ".", "out.avi"}).output, kSuccess);
   EXPECT_THAT(After("file:", Record()),
               ElementsAre(".png", "_console_qmbImgTemp_1.png", "_console_qmbImgTemp_3.png",
@@ -297,9 +297,9 @@ TEST_F(WholeProgramTest, FailuresAfterTheStartAreNotNoticed) {
               ElementsAre(".png", "_console_qmbImgTemp_4.png", "a2.png", "a4.png", "other.txt"));
   EXPECT_THAT(temp_.Names(),
               ElementsAre("TessaraMovieConsole_Log.txt", "left_qmbImgTemp_2.png", "other_1.png"));
-  for (const std::string& name : readOnly) {
-    fs::permissions(frames_.Path() + name, write, fs::perm_options::add);
-    fs::remove(frames_.Path() + name);
+  for (const std::string& path : readOnly) {
+    fs::permissions(path, write, fs::perm_options::add);
+    fs::remove(path);
   }
   EXPECT_THAT(Log(), Contains(EndsWith("deleted 3 temp image files (created for ffmpeg)")));
   // Frames that are folders leave no copy at all; only a backslash makes a folder that is checked.
