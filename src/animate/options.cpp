@@ -192,6 +192,12 @@ Options ReadOptions(const std::vector<std::string>& arguments) {
     options.rescue = ReadPath(rescue, "--rescue");
   }
   TakePaths(paths, options);
+  if (options.withoutConverter && !options.contactSheet.empty()) {
+    WrongUse("--contact-sheet needs the converter");
+  }
+  if (options.withoutConverter && options.size) {
+    WrongUse("--size needs the converter");
+  }
   return options;
 }
 

@@ -127,21 +127,22 @@ std::uint64_t AfterGifColours(unsigned flags) {
   return (flags & 0x80) != 0 ? std::uint64_t{3} << ((flags & 7) + 1) : 0;
 }
 
-Found ReadGif(Bytes& bytes) {
-  const Size size = MakeSize(bytes.LittleEndian(6, 2), bytes.LittleEndian(8, 2));
+// Follows the blocks to the trailer. What no GIF holds ends it too: the converter decides there.
+std::optional<GifContent> FollowGif(Bytes& bytes) {
+  constexpr unsigned kGraphicControl = 0xF9;
+  GifContent content;
+  content.size = MakeSize(bytes.LittleEndian(6, 2), bytes.LittleEndian(8, 2));
   std::uint64_t at = 13 + AfterGifColours(bytes.At(10));
   while (at < bytes.Size()) {
     const unsigned block = bytes.At(at);
-    if (block == ';') {
-      return size;
-    }
     if (block == ',') {
+      ++content.images;
       at += 11 + AfterGifColours(bytes.At(at + 9));
     } else if (block == '!') {
+      content.delay += bytes.At(at + 1) == kGraphicControl ? bytes.LittleEndian(at + 4, 2) : 0;
       at += 2;
     } else {
-      // Nothing that a GIF holds; the converter decides.
-      return size;
+      return content;
     }
     // Sub-blocks, each after its length, up to one of length 0.
     for (unsigned length = bytes.At(at); length != 0; length = bytes.At(at)) {
@@ -150,6 +151,11 @@ Found ReadGif(Bytes& bytes) {
     ++at;
   }
   return std::nullopt;
+}
+
+Found ReadGif(Bytes& bytes) {
+  const std::optional<GifContent> content = FollowGif(bytes);
+  return content ? Found(content->size) : std::nullopt;
 }
 
 Found ReadBmp(Bytes& bytes) {
@@ -265,6 +271,12 @@ Size LookAtPicture(const std::filesystem::path& path) {
     throw Failure(name + "is damaged");
   }
   return *size;
+}
+
+std::optional<GifContent> ReadGifContent(const std::filesystem::path& path) {
+  const platform::InputFile file(path);
+  Bytes bytes(file);
+  return TypeOf(file.Read(0, 8)) != nullptr ? FollowGif(bytes) : std::nullopt;
 }
 
 }  // namespace animate

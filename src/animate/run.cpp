@@ -8,8 +8,10 @@
 #include "animate/plan.h"
 #include "animate/proof.h"
 #include "animate/report.h"
+#include "animate/rescue.h"
 #include "animate/sequence.h"
 #include "animate/staging.h"
+#include "animate/without_converter.h"
 #include "platform/file_system.h"
 #include "platform/user.h"
 
@@ -116,6 +118,10 @@ void StopIfInterrupted() {
 }
 
 void Run(const Options& options) {
+  if (!options.rescue.empty()) {
+    Rescue(options.rescue, options.quiet);
+    return;
+  }
   const FoundFrames frames = FindFrames(options.frames);
   if (!options.quiet) {
     PrintFindings(frames.findings);
@@ -134,7 +140,9 @@ void Run(const Options& options) {
     contactSheet.emplace(plan.contactSheet);
   }
   const Proven proven =
-      MakeWithConverter(plan, options, animation, contactSheet ? &*contactSheet : nullptr);
+      options.withoutConverter
+          ? MakeWithoutConverter(plan, animation.Path())
+          : MakeWithConverter(plan, options, animation, contactSheet ? &*contactSheet : nullptr);
   StopIfInterrupted();
   animation.PutInPlace(plan.replace);
   if (contactSheet) {

@@ -70,6 +70,10 @@ Staging::Staging(const Plan& plan)
   }
 }
 
+std::filesystem::path Staging::Link(std::size_t number) const {
+  return folder_.Path() / Numbered(pattern_, number + 1);
+}
+
 std::size_t Staging::SheetCount(const Plan& plan) {
   return std::min(plan.shown.size(), kMostOnSheet);
 }

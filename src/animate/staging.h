@@ -18,6 +18,9 @@ class Staging {
 
   const std::filesystem::path& Folder() const { return folder_.Path(); }
 
+  // The link of the frame that is shown as number `number`, from 0 on.
+  std::filesystem::path Link(std::size_t number) const;
+
   // The names of the links, and of those of the contact sheet, as the converter's pattern.
   const std::string& Pattern() const { return pattern_; }
   const std::string& SheetPattern() const { return sheetPattern_; }

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/files.h"
+
 namespace platform {
 
 // The path that a text names, and the text to show for a path: UTF-8 on Windows, where parts that
@@ -67,6 +69,13 @@ bool CopyToNewFile(const std::filesystem::path& from, const std::filesystem::pat
 // Creates the empty file `path`; fails when something is there. Returns the reason of a failure in
 // the system's words, an empty text after success.
 std::string CreateEmptyFile(const std::filesystem::path& path);
+
+// Opens the file `path`, which is there, as a C stream for new content; null when it cannot be
+// opened.
+OwnedFile OpenForNewContent(const std::filesystem::path& path);
+
+// Gives the file `from` the name `to` in the same folder. Fails when something is there.
+bool RenameWithoutReplacing(const std::filesystem::path& from, const std::filesystem::path& to);
 
 // Puts the finished file `from` in the place of `to`, in the same folder, in one step that no
 // power cut and no other program sees half done: its content is on the disk before. With `replace`

@@ -68,21 +68,6 @@ bool WriteAll(int file, const std::string& data) {
   return true;
 }
 
-bool MoveWithoutReplacing(const fs::path& from, const fs::path& to) {
-  if (syscall(SYS_renameat2, AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-    return true;
-  }
-  if (errno != EINVAL && errno != ENOSYS) {
-    return false;
-  }
-  // A file system that knows no such call: a hard link fails as well when something is there.
-  if (link(from.c_str(), to.c_str()) != 0) {
-    return false;
-  }
-  unlink(from.c_str());
-  return true;
-}
-
 }  // namespace
 
 fs::path PathFromText(const std::string& text) {
@@ -191,9 +176,28 @@ std::string CreateEmptyFile(const fs::path& path) {
   return file.Get() >= 0 ? "" : std::strerror(errno);
 }
 
+OwnedFile OpenForNewContent(const fs::path& path) {
+  return OwnedFile(std::fopen(path.c_str(), "wb"));
+}
+
+bool RenameWithoutReplacing(const fs::path& from, const fs::path& to) {
+  if (syscall(SYS_renameat2, AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+    return true;
+  }
+  if (errno != EINVAL && errno != ENOSYS) {
+    return false;
+  }
+  // A file system that knows no such call: a hard link fails as well when something is there.
+  if (link(from.c_str(), to.c_str()) != 0) {
+    return false;
+  }
+  unlink(from.c_str());
+  return true;
+}
+
 std::string PutInPlace(const fs::path& from, const fs::path& to, bool replace) {
   const bool moved = Flush(from, O_RDWR) && (replace ? rename(from.c_str(), to.c_str()) == 0
-                                                     : MoveWithoutReplacing(from, to));
+                                                     : RenameWithoutReplacing(from, to));
   if (!moved) {
     return std::strerror(errno);
   }

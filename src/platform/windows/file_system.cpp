@@ -159,6 +159,14 @@ std::string CreateEmptyFile(const fs::path& path) {
   return OpenedFile(path, GENERIC_WRITE, CREATE_NEW) ? "" : ErrorText(GetLastError());
 }
 
+OwnedFile OpenForNewContent(const fs::path& path) {
+  return OwnedFile(_wfopen(SystemPath(path).c_str(), L"wb"));
+}
+
+bool RenameWithoutReplacing(const fs::path& from, const fs::path& to) {
+  return MoveFileExW(SystemPath(from).c_str(), SystemPath(to).c_str(), 0) != 0;
+}
+
 std::string PutInPlace(const fs::path& from, const fs::path& to, bool replace) {
   {
     const OwnedHandle file = OpenedFile(from, GENERIC_WRITE, OPEN_EXISTING);

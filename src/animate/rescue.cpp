@@ -1,0 +1,53 @@
+#include "animate/rescue.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "animate/failure.h"
+#include "animate/report.h"
+#include "animate/sequence.h"
+#include "platform/file_system.h"
+
+namespace animate {
+namespace {
+
+constexpr char kCopyStart[] = "_console_qmbImgTemp_";
+constexpr char kRescuedStart[] = "rescued_";
+
+}  // namespace
+
+void Rescue(const std::filesystem::path& folder, bool isQuiet) {
+  auto names = platform::ListFiles(folder);
+  if (!names) {
+    throw Failure("the folder \"" + platform::TextOfPath(folder) + "\" cannot be read");
+  }
+  std::sort(names->begin(), names->end());
+  std::size_t rescued = 0;
+  std::size_t kept = 0;
+  for (const std::filesystem::path& name : *names) {
+    const std::string text = platform::TextOfPath(name);
+    if (text.rfind(&kCopyStart[0], 0) != 0 || !IsImageName(name)) {
+      continue;
+    }
+    const std::string frame = &kRescuedStart[0] + text.substr(sizeof(kCopyStart) - 1);
+    if (platform::RenameWithoutReplacing(folder / name, folder / platform::PathFromText(frame))) {
+      ++rescued;
+    } else {
+      ++kept;
+      PrintNote("not rescued: " + text + ", because " + frame + " is there or the folder cannot be written to");
+    }
+  }
+  if (rescued + kept == 0) {
+    throw Failure("in \"" + platform::TextOfPath(folder) + "\" there is nothing to rescue");
+  }
+  if (!isQuiet) {
+    std::printf("%zu frames rescued\n", rescued);
+  }
+  if (kept != 0) {
+    throw Failure(std::to_string(kept) + " copies keep their names");
+  }
+}
+
+}  // namespace animate
