@@ -5,6 +5,8 @@
 #include <sddl.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <limits>
 #include <random>
 
@@ -47,18 +49,36 @@ std::wstring FilledText(const Fill& fill) {
   return text;
 }
 
-// Full rights for the owner of each thing, for nobody else, and so on for what is made inside.
-constexpr wchar_t kOwnerOnly[] = L"D:P(A;OICI;FA;;;OW)";
+// The identifier of the process's user as text; empty when the system does not say.
+std::wstring OwnUser() {
+  HANDLE token = nullptr;
+  if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == 0) {
+    return {};
+  }
+  const OwnedHandle owner(token);
+  alignas(TOKEN_USER) std::array<std::byte, 256> buffer = {};
+  DWORD size = 0;
+  wchar_t* text = nullptr;
+  if (GetTokenInformation(token, TokenUser, buffer.data(), static_cast<DWORD>(buffer.size()),
+                          &size) == 0 ||
+      ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(buffer.data())->User.Sid, &text) == 0) {
+    return {};
+  }
+  const std::unique_ptr<wchar_t, LocalFreer> identifier(text);
+  return text;
+}
 
+// Full rights for this user, for nobody else, and so on for what is made inside.
 bool MakeOwnersFolder(const fs::path& path) {
+  const std::wstring rights = L"D:P(A;OICI;FA;;;" + OwnUser() + L")";
   void* descriptor = nullptr;
-  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(&kOwnerOnly[0], SDDL_REVISION_1,
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(rights.c_str(), SDDL_REVISION_1,
                                                            &descriptor, nullptr) == 0) {
     return false;
   }
   const std::unique_ptr<void, LocalFreer> owner(descriptor);
-  SECURITY_ATTRIBUTES rights = {sizeof(rights), descriptor, FALSE};
-  return CreateDirectoryW(path.c_str(), &rights) != 0;
+  SECURITY_ATTRIBUTES attributes = {sizeof(attributes), descriptor, FALSE};
+  return CreateDirectoryW(path.c_str(), &attributes) != 0;
 }
 
 }  // namespace
