@@ -62,12 +62,15 @@ Proven Prove(const Converter& converter, const Plan& plan, const std::filesystem
   if (packets.size != plan.size) {
     throw Failure("the finished file has pictures of another size");
   }
-  // From the first frame to the last; half a frame is less than what a lost frame would make. A
-  // container that holds the rate in steps cannot be more exact than those.
+  // From the first frame to the last. A container with a clock of its own rounds the times to it;
+  // one that counts frames has the rate, some in steps.
+  constexpr double kCoarsestClock = 0.01;
+  constexpr double kRounding = 0.0005;
   const double span = static_cast<double>(packets.last - packets.first) * packets.tick;
   const double wanted = static_cast<double>(planned - 1) / plan.rate;
   const double allowed =
-      std::max(0.5 / plan.rate, packets.tick) + wanted * plan.format->rateStep / plan.rate;
+      (packets.tick <= kCoarsestClock ? std::min(packets.tick, 0.5 / plan.rate) : 0) +
+      wanted * (kRounding + plan.format->rateStep / plan.rate);
   if (!(std::abs(span - wanted) <= allowed)) {
     throw Failure("the finished file takes " + Shown(span) + " from the first frame to the last instead of " + Shown(wanted));
   }
