@@ -12,10 +12,7 @@ endif()
 # Packages need the programs and the documentation, not the tests.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
 
-set(programs TessaraAnimationConsole)
-if(TARGET TessaraAnimate)
-  list(APPEND programs TessaraAnimate)
-endif()
+set(programs TessaraAnimate TessaraAnimationConsole)
 install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 set(documents)
