@@ -15,7 +15,9 @@ body { max-width: 52em; margin: 2em auto; padding: 0 1em; font-family: sans-seri
 table { border-collapse: collapse; margin: 1em 0; }
 th, td { border: 1px solid #ccc; padding: 0.3em 0.6em; text-align: left; vertical-align: top; }
 code, pre { background: #f4f4f4; font-family: monospace; }
+code { overflow-wrap: anywhere; }
 pre { padding: 0.6em; overflow-x: auto; }
+pre code { overflow-wrap: normal; }
 img { max-width: 100%; }
 </style>
 </head>
