@@ -26,6 +26,7 @@ TEST(CommandLineSplitter, FollowsTheQuotingRules) {
       {R"( "a\"b" "c\\" d\\"e f" g\\\"h)", {"", R"(a"b)", R"(c\)", R"(d\e f)", R"(g\"h)"}},
       {R"( "a""b c" d)", {"", R"(a"b c)", "d"}},
       {R"(na"me "never closed )", {R"(na"me)", "never closed "}},
+      {R"( "closed"")", {"", R"(closed")"}},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(platform::SplitCommandLine(c.line), c.words) << c.line;

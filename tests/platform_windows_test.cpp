@@ -19,9 +19,8 @@ class WindowsTest : public ProgramFixture {
 TEST_F(WindowsTest, AFrameThatIsOpenElsewhereStaysAndTheLogIsShared) {
   UseRecordingConverter();
   frames_.WriteAll({"a1.png", "a2.png", "a3.png"});
-  const HANDLE frame = Open(frames_ / "a2.png", 0);
-  const HANDLE log =
-      Open(temp_ / "TessaraMovieConsole_Log.txt", FILE_SHARE_READ | FILE_SHARE_WRITE);
+  auto* const frame = Open(frames_ / "a2.png", 0);
+  auto* const log = Open(temp_ / "TessaraMovieConsole_Log.txt", FILE_SHARE_READ | FILE_SHARE_WRITE);
   Run({frames_.Path(), "out.wmv"});
   CloseHandle(frame);
   CloseHandle(log);

@@ -20,7 +20,7 @@ TEST(SystemInformation, DescribesVersionsInTheTablesOrder) {
   } kCases[] = {
       {6, 0, kWorkstation, 0, kX86, "Windows Vista  SP (build 7), 32-bit"},
       {6, 1, kServer, 0, kItanium, "Windows Server 2008 R2  SP (build 7)"},
-      {10, 0, kWorkstation, 0, kArm, " SP (build 7)"},
+      {10, 0, kWorkstation, 0x0282, kArm, " SP (build 7)"},
       {5, 2, kServer, 0xA002, kX86,
        "Windows Storage Server 2003Enterprise Edition SP (build 7), 32-bit"},
       {5, 2, kWorkstation, 0x0080, kX64,

@@ -19,6 +19,7 @@ BOOL CALLBACK NoteChild(HWND child, LPARAM seen) {
   if (!isIcon) {
     GetWindowTextA(child, &text[0], sizeof(text));
   }
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): the form in which the system passes it on.
   reinterpret_cast<std::vector<std::string>*>(seen)->emplace_back(&text[0]);
   return TRUE;
 }
