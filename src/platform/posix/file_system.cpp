@@ -47,10 +47,6 @@ class Descriptor {
   int number_;
 };
 
-struct FolderCloser {
-  void operator()(DIR* folder) const { closedir(folder); }
-};
-
 bool Flush(const fs::path& path, int flags) {
   Descriptor file(open(path.c_str(), flags | O_CLOEXEC));
   return file.Get() >= 0 && fsync(file.Get()) == 0 && file.Close();
@@ -105,7 +101,7 @@ FileStatus QueryStatus(const fs::path& path) {
 }
 
 std::optional<std::vector<fs::path>> ListFiles(const fs::path& folder) {
-  const std::unique_ptr<DIR, FolderCloser> open(opendir(folder.c_str()));
+  const Owned<DIR*, closedir> open(opendir(folder.c_str()));
   if (!open) {
     return std::nullopt;
   }

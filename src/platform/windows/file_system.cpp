@@ -16,15 +16,6 @@ namespace platform {
 namespace fs = std::filesystem;
 namespace {
 
-struct SearchCloser {
-  using pointer = HANDLE;
-  void operator()(HANDLE search) const { FindClose(search); }
-};
-
-struct LocalFreer {
-  void operator()(void* memory) const { LocalFree(memory); }
-};
-
 // A system's handle, or null for each of the two values that stand for none.
 OwnedHandle OpenedFile(const fs::path& path, DWORD access, DWORD creation, DWORD flags = 0) {
   HANDLE handle = CreateFileW(SystemPath(path).c_str(), access,
@@ -64,7 +55,7 @@ std::wstring OwnUser() {
       ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER*>(buffer.data())->User.Sid, &text) == 0) {
     return {};
   }
-  const std::unique_ptr<wchar_t, LocalFreer> identifier(text);
+  const Owned<wchar_t*, LocalFree> identifier(text);
   return text;
 }
 
@@ -76,7 +67,7 @@ bool MakeOwnersFolder(const fs::path& path) {
                                                            &descriptor, nullptr) == 0) {
     return false;
   }
-  const std::unique_ptr<void, LocalFreer> owner(descriptor);
+  const Owned<void*, LocalFree> owner(descriptor);
   SECURITY_ATTRIBUTES attributes = {sizeof(attributes), descriptor, FALSE};
   return CreateDirectoryW(path.c_str(), &attributes) != 0;
 }
@@ -127,7 +118,7 @@ std::optional<std::vector<fs::path>> ListFiles(const fs::path& folder) {
   if (found == INVALID_HANDLE_VALUE) {
     return std::nullopt;
   }
-  const std::unique_ptr<HANDLE, SearchCloser> search(found);
+  const Owned<HANDLE, FindClose> search(found);
   std::vector<fs::path> names;
   do {
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {

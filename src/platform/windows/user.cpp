@@ -6,7 +6,6 @@
 
 #include <atomic>
 #include <cstdio>
-#include <memory>
 
 #include "platform/windows/utf8.h"
 
@@ -25,15 +24,11 @@ BOOL WINAPI Note(DWORD event) {
   return TRUE;
 }
 
-struct LocalFreer {
-  void operator()(wchar_t** memory) const { LocalFree(memory); }
-};
-
 }  // namespace
 
 std::vector<std::string> ProgramArguments(int, char**) {
   int count = 0;
-  const std::unique_ptr<wchar_t*, LocalFreer> words(
+  const Owned<wchar_t**, LocalFree> words(
       CommandLineToArgvW(GetCommandLineW(), &count));
   std::vector<std::string> arguments;
   for (int index = 1; index < count; ++index) {

@@ -4,17 +4,14 @@
 #include <windows.h>
 
 #include <filesystem>
-#include <memory>
 #include <string>
+
+#include "platform/owned.h"
 
 namespace platform {
 
-struct HandleCloser {
-  using pointer = HANDLE;
-  void operator()(HANDLE handle) const { CloseHandle(handle); }
-};
 // A handle that is closed when its owner goes; null, and not INVALID_HANDLE_VALUE, when empty.
-using OwnedHandle = std::unique_ptr<HANDLE, HandleCloser>;
+using OwnedHandle = Owned<HANDLE, CloseHandle>;
 
 // Bytes that are no UTF-8, and parts that are no Unicode, become the replacement character.
 std::wstring WideFromUtf8(const std::string& text);
