@@ -25,6 +25,9 @@ using testing::SizeIs;
 
 constexpr AVICOMPRESSOPTIONS kUncompressed = CompressorOptions(mmioFOURCC('D', 'I', 'B', ' '));
 
+constexpr DWORD kMemory = SND_MEMORY;
+constexpr DWORD kFile = SND_FILENAME;
+
 constexpr HRESULT Code(unsigned code) {
   return static_cast<HRESULT>(code);
 }
@@ -140,9 +143,9 @@ TEST_F(NativeAviTest, SoundStandsBesideTheFrames) {
     auto avi = CreateAviFile(output_, 40, extra == 0 ? nullptr : &given);
     const auto frame = MakeFrame(4, 4, 24, 5);
     EXPECT_EQ(Set(avi.get(), frame.get()), 0);
-    EXPECT_EQ(AddWave(avi.get(), wave.data(), SND_MEMORY), 0);
+    EXPECT_EQ(AddWave(avi.get(), wave.data(), kMemory), 0);
     EXPECT_EQ(AddVideoFrame(avi.get(), frame.get()), 0);
-    EXPECT_EQ(AddWave(avi.get(), path.data(), SND_FILENAME), 0);
+    EXPECT_EQ(AddWave(avi.get(), path.data(), kFile), 0);
     EXPECT_EQ(AddAudio(avi.get(), Bytes(8, 3).data(), 8), 0);
     EXPECT_EQ(CloseAviFile(std::move(avi)), 0);
 
@@ -183,12 +186,12 @@ TEST_F(NativeAviTest, BadArgumentsGiveTheirCodesAndLeaveTheHandleUsable) {
        AddAudio(CreateAviFile(temp_ / "silent.avi", 40, nullptr).get(), wave.data(), 4),
        0x80044066},
       {"wave: unknown kind", AddWave(avi, wave.data(), 1), 0x80044069},
-      {"wave: missing file", AddWave(avi, missing.data(), 0x20000), 0x8004406F},
-      {"wave: cut file", AddWave(avi, cut.data(), 0x20000), 0x80044066},
-      {"wave: no RIFF", AddWave(avi, changed(0, 'r').data(), 4), 0x80044066},
-      {"wave: missing data", AddWave(avi, changed(40, 9).data(), 4), 0x80044066},
-      {"wave: no whole samples", AddWave(avi, changed(40, 6).data(), 4), 0x8004406A},
-      {"wave: other format", AddWave(avi, changed(25, 1).data(), 4), 0x80044066},
+      {"wave: missing file", AddWave(avi, missing.data(), kFile), 0x8004406F},
+      {"wave: cut file", AddWave(avi, cut.data(), kFile), 0x80044066},
+      {"wave: no RIFF", AddWave(avi, changed(0, 'r').data(), kMemory), 0x80044066},
+      {"wave: missing data", AddWave(avi, changed(40, 9).data(), kMemory), 0x80044066},
+      {"wave: no whole samples", AddWave(avi, changed(40, 6).data(), kMemory), 0x8004406A},
+      {"wave: other format", AddWave(avi, changed(25, 1).data(), kMemory), 0x80044066},
       {"close: no handle", CloseAviFile(nullptr), 0x8004406C},
       {"set", Set(avi, frame.get()), 0},
       {"set again", Set(avi, frame.get()), 0x80044070},

@@ -218,7 +218,7 @@ TEST_F(WholeProgramTest, BadInputIsReportedAndNothingIsDeleted) {
       {std::string(5000, 'x'), "o.gif", in + kInvalid, "", "CreateMovie():Validation failed "},
       {output_.Path(), "o.avi.bak", format + kInvalid, "",
        "Validate:output format is not supported"},
-      {output_.Path(), "missing\\o.gif", out + kInvalid, "",
+      {output_.Path(), "m\\o.gif", out + kInvalid, "",
        "Validate:Couldn't find the output directory"},
       {frames_ / "empty", "o.gif", kFailure, "Input folder doesn't have image files!!!",
        "k3dGetCAEData::GetFilesFromDirectory():Input folder doesn't have image files"},
