@@ -76,7 +76,9 @@ class AnimateTest : public testing::Test {
   ~AnimateTest() override { EXPECT_THAT(temp_.Names(), IsEmpty()) << "left behind"; }
 
   void Fill(const Frames& frames) {
-    frames_.Clear();
+    for (const fs::directory_entry& entry : fs::directory_iterator(frames_.Path())) {
+      fs::remove(entry);
+    }
     for (const auto& [name, content] : frames) {
       std::ofstream(fs::path(frames_.Path()) / name, std::ios::binary) << content;
     }

@@ -56,30 +56,34 @@ class Child {
  public:
   explicit Child(pid_t process) : process_(process) {}
   ~Child() {
-    if (process_ > 0) {
-      Kill();
-      Wait();
+    if (!HasEnded()) {
+      kill(-process_, SIGKILL);
+      kill(process_, SIGKILL);
+      Status();
     }
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
-  void Kill() const {
-    kill(-process_, SIGKILL);
-    kill(process_, SIGKILL);
-  }
+  bool HasEnded() { return hasEnded_ || Take(WNOHANG); }
 
   // Waits for the end and returns the status word.
-  int Wait() {
-    int status = 0;
-    while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+  int Status() {
+    while (!hasEnded_ && !Take(0)) {
     }
-    process_ = 0;
-    return status;
+    return status_;
   }
 
  private:
+  bool Take(int options) {
+    const pid_t taken = waitpid(process_, &status_, options);
+    hasEnded_ = taken == process_ || (taken < 0 && errno == ECHILD);
+    return hasEnded_;
+  }
+
   pid_t process_;
+  bool hasEnded_ = false;
+  int status_ = 0;
 };
 
 // The child's side of the start. A failure goes through `failure` as the system's error number.
@@ -102,46 +106,44 @@ class Child {
   _exit(127);
 }
 
-// The error number that a failed start left in the pipe; 0 after a good one, which closed it.
-int StartError(const Pipe& failure) {
-  int error = 0;
-  ssize_t count = 0;
-  do {
-    count = read(failure.Reading(), &error, sizeof(error));
-  } while (count < 0 && errno == EINTR);
-  return count == sizeof(error) ? error : 0;
-}
+// One of the program's pipes, and who takes what comes out of it.
+struct Outlet {
+  int reading = -1;
+  std::function<void(std::string_view)> take;
+};
 
 // Passes one piece on. Returns false at the end of the pipe.
-bool PassOn(int reading, LineSplitter& lines) {
+bool PassOn(const Outlet& outlet) {
   std::array<char, 65536> buffer;
-  const ssize_t count = read(reading, buffer.data(), buffer.size());
+  const ssize_t count = read(outlet.reading, buffer.data(), buffer.size());
   if (count > 0) {
-    lines.Take({buffer.data(), static_cast<std::size_t>(count)});
+    outlet.take({buffer.data(), static_cast<std::size_t>(count)});
   }
   return count > 0 || (count < 0 && (errno == EINTR || errno == EAGAIN));
 }
 
+// Passes on what comes, to the ends of all pipes or, should one of them never end, of the program.
 // Returns false when it was left for an interruption.
-bool PassOnAll(Pipe& output, Pipe& errors, LineSplitter& outputLines, LineSplitter& errorLines) {
-  std::array<pollfd, 2> ends = {pollfd{output.Reading(), POLLIN, 0},
-                                pollfd{errors.Reading(), POLLIN, 0}};
-  std::array<LineSplitter*, 2> lines = {&outputLines, &errorLines};
-  while (ends[0].fd >= 0 || ends[1].fd >= 0) {
+bool PassOnAll(std::vector<Outlet> outlets, Child& child) {
+  while (!outlets.empty()) {
     if (IsInterrupted()) {
       return false;
     }
-    poll(ends.data(), ends.size(), kLookMilliseconds);
-    for (std::size_t index = 0; index < ends.size(); ++index) {
-      if (ends[index].fd >= 0 && ends[index].revents != 0 &&
-          !PassOn(ends[index].fd, *lines[index])) {
-        ends[index].fd = -1;
+    std::vector<pollfd> ends;
+    for (const Outlet& outlet : outlets) {
+      ends.push_back({outlet.reading, POLLIN, 0});
+    }
+    const bool mayEnd = child.HasEnded();
+    const int ready = poll(ends.data(), ends.size(), kLookMilliseconds);
+    if (ready <= 0 && mayEnd) {
+      return true;
+    }
+    for (std::size_t index = ready > 0 ? ends.size() : 0; index-- > 0;) {
+      if (ends[index].revents != 0 && !PassOn(outlets[index])) {
+        outlets.erase(outlets.begin() + static_cast<std::ptrdiff_t>(index));
       }
-      ends[index].revents = 0;
     }
   }
-  outputLines.Finish();
-  errorLines.Finish();
   return true;
 }
 
@@ -184,17 +186,24 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
   output.CloseWriting();
   errors.CloseWriting();
   failure.CloseWriting();
-  if (const int error = StartError(failure); error != 0) {
-    return {std::strerror(error), false, ""};
-  }
   LineSplitter outputLines(outputLine);
   LineSplitter errorLines(errorLine);
-  if (!PassOnAll(output, errors, outputLines, errorLines)) {
-    child.Kill();
-    child.Wait();
+  std::string startError;
+  const bool isWhole =
+      PassOnAll({{output.Reading(), [&](std::string_view piece) { outputLines.Take(piece); }},
+                 {errors.Reading(), [&](std::string_view piece) { errorLines.Take(piece); }},
+                 {failure.Reading(), [&](std::string_view piece) { startError += piece; }}},
+                child);
+  if (!isWhole) {
     return {"", true, ""};
   }
-  return {"", false, DescribeEnd(child.Wait())};
+  if (int error = 0; startError.size() == sizeof(error)) {
+    std::memcpy(&error, startError.data(), sizeof(error));
+    return {std::strerror(error), false, ""};
+  }
+  outputLines.Finish();
+  errorLines.Finish();
+  return {"", false, DescribeEnd(child.Status())};
 }
 
 }  // namespace platform
