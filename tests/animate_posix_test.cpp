@@ -25,7 +25,10 @@ class AnimatePosixTest : public testing::Test {
 
   // Runs the program, after `prefix`, with a converter that is found good and then runs `script`.
   ProgramResult RunWith(const std::string& script, std::vector<std::string> prefix = {}) {
-    converter_.Write("ffmpeg", "#!/bin/bash\ncase \"$*\" in\n  *-encoders*|*framecrc*) exec /usr/bin/ffmpeg \"$@\" ;;\nesac\n" + script + "\n");
+    converter_.Write(
+        "ffmpeg",
+        "#!/bin/bash\ncase \"$*\" in\n  *-encoders*|*framecrc*) exec /usr/bin/ffmpeg \"$@\" ;;\nesac\n" +
+            script + "\n");
     const fs::path converter = fs::path(converter_.Path()) / "ffmpeg";
     fs::permissions(converter, fs::perms::owner_all);
     const TemporaryFiles here(temp_);

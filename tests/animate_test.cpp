@@ -36,7 +36,8 @@ ProgramResult Convert(const Words& arguments, const TempFolder& folder) {
 const TempFolder& Samples() {
   static const TempFolder folder;
   if (folder.Names().empty()) {
-    Words words = {"-f", "lavfi", "-i", "color=black:s=16x16:r=25,format=rgb24,geq=r=2*N:g=2*N:b=2*N"};
+    Words words = {"-f", "lavfi", "-i",
+                   "color=black:s=16x16:r=25,format=rgb24,geq=r=2*N:g=2*N:b=2*N"};
     for (const char* extension : {"png", "jpg", "bmp", "tiff"}) {
       const std::string codec = extension == std::string("jpg") ? "mjpeg" : extension;
       words.insert(words.end(), {"-frames:v", std::to_string(kSamples), "-start_number", "0",
@@ -118,7 +119,9 @@ class AnimateTest : public testing::Test {
   // The grey levels of the frames of an animation, divided by 2.
   std::vector<int> Levels(const std::string& name) {
     TempFolder raw;
-    Convert({"-i", output_.Path() + "/" + name, "-vsync", "0", "-vf", "crop=1:1:8:8,format=gray", "-f", "rawvideo", "raw"}, raw);
+    Convert({"-i", output_.Path() + "/" + name, "-vsync", "0", "-vf", "crop=1:1:8:8,format=gray",
+             "-f", "rawvideo", "raw"},
+            raw);
     std::ifstream file(raw.Path() + "/raw", std::ios::binary);
     std::vector<int> levels;
     for (int level = file.get(); level != EOF; level = file.get()) {
@@ -167,21 +170,42 @@ TEST(AnimateSequence, OrdersByNumbersAndFindsWhatIsMissing) {
     std::size_t leftOut;
   } kCases[] = {
       {{"10.png", "9.png", "8.png"}, {"8.png", "9.png", "10.png"}, {}, 0, 0},
-      {{"f0.png", "f30.png", "f10.png", "f20.png"}, {"f0.png", "f10.png", "f20.png", "f30.png"},
-       {}, 0, 0},
-      {{"f1.png", "f2.png", "f3.png", "f7.png"}, {"f1.png", "f2.png", "f3.png", "f7.png"}, {3}, 0,
+      {{"f0.png", "f30.png", "f10.png", "f20.png"},
+       {"f0.png", "f10.png", "f20.png", "f30.png"},
+       {},
+       0,
+       0},
+      {{"f1.png", "f2.png", "f3.png", "f7.png"},
+       {"f1.png", "f2.png", "f3.png", "f7.png"},
+       {3},
+       0,
        0},
       {{"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"},
-       {"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"}, {1}, 0, 0},
-      {{"A2.JPG", "a1.jpeg", "a3.jpg", "a.jpg", "b1.jpg"}, {"a1.jpeg", "A2.JPG", "a3.jpg"}, {}, 0,
+       {"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"},
+       {1},
+       0,
+       0},
+      {{"A2.JPG", "a1.jpeg", "a3.jpg", "a.jpg", "b1.jpg"},
+       {"a1.jpeg", "A2.JPG", "a3.jpg"},
+       {},
+       0,
        2},
       {{"a1.png", "a01.png", "a2.png"}, {"a01.png", "a1.png", "a2.png"}, {}, 1, 0},
       {{longOne + "1.tif", longOne + "0.tiff", "9" + longOne + "0.tif"},
-       {longOne + "0.tiff", longOne + "1.tif", "9" + longOne + "0.tif"}, {}, 0, 0},
-      {{"x0.25.png", "x0.50.png", "x1.00.png", "x.txt"}, {"x0.25.png", "x0.50.png", "x1.00.png"},
-       {}, 0, 0},
+       {longOne + "0.tiff", longOne + "1.tif", "9" + longOne + "0.tif"},
+       {},
+       0,
+       0},
+      {{"x0.25.png", "x0.50.png", "x1.00.png", "x.txt"},
+       {"x0.25.png", "x0.50.png", "x1.00.png"},
+       {},
+       0,
+       0},
       {{"10-59-58.png", "10-59-59.png", "11-00-00.png"},
-       {"10-59-58.png", "10-59-59.png", "11-00-00.png"}, {}, 0, 0},
+       {"10-59-58.png", "10-59-59.png", "11-00-00.png"},
+       {},
+       0,
+       0},
   };
   for (const auto& c : kCases) {
     const animate::Findings found =
@@ -213,12 +237,14 @@ TEST(AnimateSequence, MeansTheFrameThatIsNamed) {
 // --- Folders -----------------------------------------------------------------------------------
 
 TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
-  const auto numbered = [](const std::string& format, int first, int last, const std::string& type) {
+  const auto numbered = [](const std::string& format, int first, int last,
+                           const std::string& type) {
     Frames frames;
     for (int number = last; number >= first; --number) {
       char name[100];
       std::snprintf(&name[0], sizeof(name), format.c_str(), number);
-      frames.emplace_back(fs::path(reinterpret_cast<const char8_t*>(&name[0])), Sample(number, type));
+      frames.emplace_back(fs::path(reinterpret_cast<const char8_t*>(&name[0])),
+                          Sample(number, type));
     }
     return frames;
   };
@@ -260,8 +286,7 @@ TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
     ASSERT_EQ(result.exitStatus, 0) << c.frames[0].first << result.errors;
     const std::vector<int> levels = Levels("out.apng");
     for (std::size_t index = 0; index < levels.size(); ++index) {
-      ASSERT_EQ(levels[index], (c.first + static_cast<int>(index)) % kSamples)
-          << c.frames[0].first;
+      ASSERT_EQ(levels[index], (c.first + static_cast<int>(index)) % kSamples) << c.frames[0].first;
     }
     EXPECT_THAT(result.output, HasSubstr("out.apng: " + std::to_string(levels.size()) + " frames"));
     EXPECT_THAT(levels.size(), testing::AnyOf(c.frames.size(), 9U));
@@ -276,7 +301,9 @@ TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
   EXPECT_EQ(Levels("sheet.png").size(), 1U);
   // A wide frame keeps its shape: its middle is grey, and above it is black.
   TempFolder wide;
-  Convert({"-i", Samples().Path() + "/100.png", "-vf", "scale=64:16", "-pix_fmt", "rgba", "wide.png"}, wide);
+  Convert(
+      {"-i", Samples().Path() + "/100.png", "-vf", "scale=64:16", "-pix_fmt", "rgba", "wide.png"},
+      wide);
   std::ifstream file(wide.Path() + "/wide.png", std::ios::binary);
   Fill({{"f1.png", Sample(1, "png")},
         {"f2.png", {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()}},
@@ -293,8 +320,7 @@ TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
 
 TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {
   FillNumbered({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
-  for (const char* format :
-       {"gif", "mp4", "avi", "wmv", "flv", "swf", "mov", "webm", "apng"}) {
+  for (const char* format : {"gif", "mp4", "avi", "wmv", "flv", "swf", "mov", "webm", "apng"}) {
     for (const int rate : {10, 25}) {
       const std::string name = std::to_string(rate) + "." + format;
       const ProgramResult result = Run({name, "--rate", std::to_string(rate)});
@@ -316,7 +342,9 @@ TEST_F(AnimateTest, PicturesAreThoseOfTheConsoleProgram) {
     if (name != std::string("out.mp4")) {
       ASSERT_EQ(Run({name, "--overwrite"}).exitStatus, 0);
     }
-    RunProgram(TESSARA_PROGRAM, {frames_.Path(), output_.Path() + (kIsWindows ? "\\" : "/") + "console_" + name}, output_.Path());
+    RunProgram(TESSARA_PROGRAM,
+               {frames_.Path(), output_.Path() + (kIsWindows ? "\\" : "/") + "console_" + name},
+               output_.Path());
     const auto sums = [&](const std::string& movie) {
       return Convert({"-i", movie, "-f", "framemd5", "-"}, output_).output;
     };
@@ -380,7 +408,8 @@ TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
       {with(3, "text"), {"out.mp4", "--overwrite"}, "\"f3.png\" is no picture"},
       {with(8, flipped), {"out.mp4", "--overwrite"}, "\"f8.png\" is damaged"},
       {{{"a1.png", png}, {"a2.png", png}, {"b1.png", png}, {"b2.png", png}},
-       {"out.mp4", "--overwrite"}, "equally large"},
+       {"out.mp4", "--overwrite"},
+       "equally large"},
       {{{"a1.png", png}}, {"out.mp4", "--overwrite"}, "no sequence"},
       {good, {"out.mp4"}, "exists already"},
       {good, {"none/out.mp4"}, "cannot be found"},

@@ -29,7 +29,7 @@ fs::path FindConverter(const fs::path& wanted) {
   }
   const std::string name = platform::ExecutableFileName("ffmpeg");
   for (const fs::path& folder : folders) {
-    const fs::path program = platform::FullPath(folder / name);
+    fs::path program = platform::FullPath(folder / name);
     if (!folder.empty() && platform::QueryStatus(program).kind == platform::FileKind::kFile) {
       return program;
     }
@@ -56,8 +56,8 @@ Words InputWords(const Plan& plan, const std::string& pattern, std::size_t first
   if (plan.frameExtension == "gif") {
     words = Joined(words, {"-c:v", "gif"});
   }
-  return Joined(words, {"-framerate", plan.rateText, "-start_number", std::to_string(first), "-i",
-                        pattern});
+  return Joined(
+      words, {"-framerate", plan.rateText, "-start_number", std::to_string(first), "-i", pattern});
 }
 
 // The filter that brings frames to a size, their shape kept when they have several.
@@ -65,10 +65,9 @@ std::string SizeFilter(const Plan& plan, Size size) {
   const std::string width = std::to_string(size.width);
   const std::string height = std::to_string(size.height);
   const std::string scale = "scale=" + width + ":" + height;
-  return plan.hasSeveralSizes
-             ? scale + ":force_original_aspect_ratio=decrease,pad=" + width + ":" + height +
-                   ":(ow-iw)/2:(oh-ih)/2:eval=frame,setsar=1"
-             : scale;
+  return plan.hasSeveralSizes ? scale + ":force_original_aspect_ratio=decrease,pad=" + width + ":" +
+                                    height + ":(ow-iw)/2:(oh-ih)/2:eval=frame,setsar=1"
+                              : scale;
 }
 
 Words OutputWords(const Plan& plan, const fs::path& target) {
@@ -80,10 +79,10 @@ Words OutputWords(const Plan& plan, const fs::path& target) {
 // one thread the converter does not look at frames after them.
 bool AreGood(const Converter& converter, const Plan& plan, const Staging& staging,
              std::size_t first, std::size_t count) {
-  const ConverterResult result = converter.Run(
-      Joined(Joined({"-threads", "1"}, InputWords(plan, staging.Pattern(), first)),
-             {"-frames:v", std::to_string(count), "-f", "null", "-"}),
-      staging.Folder());
+  const ConverterResult result =
+      converter.Run(Joined(Joined({"-threads", "1"}, InputWords(plan, staging.Pattern(), first)),
+                           {"-frames:v", std::to_string(count), "-f", "null", "-"}),
+                    staging.Folder());
   return result.failure.empty() && result.frames == count;
 }
 
@@ -92,17 +91,15 @@ bool AreGood(const Converter& converter, const Plan& plan, const Staging& stagin
 Converter::Converter(const fs::path& wanted, const Format& format)
     : program_(FindConverter(wanted)) {
   bool hasEncoder = false;
-  const ConverterResult result =
-      Run({"-encoders"}, platform::ProgramFolder(), [&](const std::string& line) {
-        hasEncoder = hasEncoder || IsEncoder(line, format.codec);
-      });
+  const ConverterResult result = Run(
+      {"-encoders"}, platform::ProgramFolder(),
+      [&](const std::string& line) { hasEncoder = hasEncoder || IsEncoder(line, format.codec); });
   if (!result.failure.empty()) {
     throw Failure(result.failure);
   }
   if (!hasEncoder) {
-    throw Failure("the converter \"" + platform::TextOfPath(program_) +
-                  "\" cannot make a " + format.extension + " file: it has no encoder for " +
-                  format.codec);
+    throw Failure("the converter \"" + platform::TextOfPath(program_) + "\" cannot make a " +
+                  format.extension + " file: it has no encoder for " + format.codec);
   }
 }
 

@@ -14,7 +14,8 @@ namespace animate {
 
 // What a run of the converter came to.
 struct ConverterResult {
-  // How it failed in words: how it ended, or the first error it reported; empty when it did neither.
+  // How it failed in words: how it ended, or the first error it reported; empty when it did
+  // neither.
   std::string failure;
   // How many frames it says that it has written.
   std::size_t frames = 0;

@@ -11,8 +11,7 @@ namespace {
 
 animate::ExitStatus RunGuarded(int argc, char** argv) {
   try {
-    const animate::Options options =
-        animate::ReadOptions(platform::ProgramArguments(argc, argv));
+    const animate::Options options = animate::ReadOptions(platform::ProgramArguments(argc, argv));
     if (!options.textToShow.empty()) {
       std::fputs(options.textToShow.c_str(), stdout);
     } else {

@@ -51,8 +51,8 @@ double ReadRate(const std::string& text) {
   const auto isDigits = [](const std::string& part) {
     return !part.empty() && part.find_first_not_of("0123456789") == std::string::npos;
   };
-  const bool isDecimal = isDigits(text.substr(0, point)) &&
-                         (point == text.size() || isDigits(text.substr(point + 1)));
+  const bool isDecimal =
+      isDigits(text.substr(0, point)) && (point == text.size() || isDigits(text.substr(point + 1)));
   const double rate = isDecimal ? std::strtod(text.c_str(), nullptr) : 0;
   if (!(rate > 0 && rate <= kHighestRate)) {
     WrongUse("--rate: \"" + text + "\" is not a number above 0 up to 1000");
@@ -111,7 +111,9 @@ std::string OneLine(std::string message) {
 
 void TakePaths(const std::vector<std::string>& paths, Options& options) {
   if (paths.size() > 2) {
-    WrongUse("there are " + std::to_string(paths.size()) + " paths, but only FRAMES and OUTPUT are expected; when a shell has expanded a pattern like *.png, give the folder or one frame instead");
+    WrongUse(
+        "there are " + std::to_string(paths.size()) +
+        " paths, but only FRAMES and OUTPUT are expected; when a shell has expanded a pattern like *.png, give the folder or one frame instead");
   }
   if (paths.empty()) {
     if (options.rescue.empty()) {
@@ -127,7 +129,9 @@ void TakePaths(const std::vector<std::string>& paths, Options& options) {
     options.output = ReadPath(paths[1], "OUTPUT");
     options.format = FindFormat(Extension(options.output));
     if (options.format == nullptr) {
-      WrongUse("OUTPUT: \"" + platform::TextOfPath(options.output.filename()) + "\" does not end like one of the formats: .mp4 .mov .webm .gif .apng .avi .wmv .flv .swf");
+      WrongUse(
+          "OUTPUT: \"" + platform::TextOfPath(options.output.filename()) +
+          "\" does not end like one of the formats: .mp4 .mov .webm .gif .apng .avi .wmv .flv .swf");
     }
     CheckRate(options);
   }

@@ -173,7 +173,8 @@ Found ReadBmp(Bytes& bytes) {
   const std::uint32_t compression = bytes.LittleEndian(30, 4);
   const std::uint64_t row = (std::uint64_t{width} * bytes.LittleEndian(28, 2) + 31) / 32 * 4;
   if ((compression == kPlain || compression == kMasked) && row != 0 &&
-      height > (bytes.Size() - std::min<std::uint64_t>(bytes.LittleEndian(10, 4), bytes.Size())) / row) {
+      height >
+          (bytes.Size() - std::min<std::uint64_t>(bytes.LittleEndian(10, 4), bytes.Size())) / row) {
     return std::nullopt;
   }
   return MakeSize(width, height);
@@ -205,11 +206,22 @@ Found ReadTiff(Bytes& bytes) {
   for (std::uint32_t index = 0; index < entries; ++index) {
     const std::uint64_t entry = directory + 2 + 12ULL * index;
     switch (number(entry, 2)) {
-      case 256: width = value(entry, 0); break;
-      case 257: height = value(entry, 0); break;
-      case 273: case 324: offsets = entry; break;
-      case 279: case 325: lengths = entry; break;
-      default: break;
+      case 256:
+        width = value(entry, 0);
+        break;
+      case 257:
+        height = value(entry, 0);
+        break;
+      case 273:
+      case 324:
+        offsets = entry;
+        break;
+      case 279:
+      case 325:
+        lengths = entry;
+        break;
+      default:
+        break;
     }
   }
   const std::uint64_t parts = offsets != 0 && lengths != 0 ? number(offsets + 4, 4) : 0;
@@ -231,11 +243,13 @@ struct PictureType {
 };
 
 const PictureType* TypeOf(const std::string& start) {
-  static const PictureType kTypes[] = {
-      {"png", "PNG", "\x89PNG\r\n\x1A\n", ReadPng}, {"jpg", "JPEG", "\xFF\xD8\xFF", ReadJpeg},
-      {"gif", "GIF", "GIF87a", ReadGif},            {"gif", "GIF", "GIF89a", ReadGif},
-      {"bmp", "BMP", "BM", ReadBmp},                {"tif", "TIFF", {"II*\0", 4}, ReadTiff},
-      {"tif", "TIFF", {"MM\0*", 4}, ReadTiff}};
+  static const PictureType kTypes[] = {{"png", "PNG", "\x89PNG\r\n\x1A\n", ReadPng},
+                                       {"jpg", "JPEG", "\xFF\xD8\xFF", ReadJpeg},
+                                       {"gif", "GIF", "GIF87a", ReadGif},
+                                       {"gif", "GIF", "GIF89a", ReadGif},
+                                       {"bmp", "BMP", "BM", ReadBmp},
+                                       {"tif", "TIFF", {"II*\0", 4}, ReadTiff},
+                                       {"tif", "TIFF", {"MM\0*", 4}, ReadTiff}};
   const auto* const type =
       std::find_if(std::begin(kTypes), std::end(kTypes), [&](const PictureType& candidate) {
         return start.compare(0, candidate.start.size(), candidate.start) == 0;

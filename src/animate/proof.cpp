@@ -47,10 +47,10 @@ std::string Shown(double seconds) {
 Proven Prove(const Converter& converter, const Plan& plan, const std::filesystem::path& target,
              const std::filesystem::path& folder) {
   Packets packets;
-  const ConverterResult result = converter.Run(
-      {"-f", plan.format->demuxer, "-i", platform::ArgumentOfPath(target), "-map", "0:v:0", "-c",
-       "copy", "-copyinkf", "-f", "framecrc", "pipe:1"},
-      folder, [&](const std::string& line) { packets.Take(line); });
+  const ConverterResult result =
+      converter.Run({"-f", plan.format->demuxer, "-i", platform::ArgumentOfPath(target), "-map",
+                     "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", "pipe:1"},
+                    folder, [&](const std::string& line) { packets.Take(line); });
   if (!result.failure.empty()) {
     throw Failure("the finished file cannot be read back: " + result.failure);
   }
@@ -72,7 +72,8 @@ Proven Prove(const Converter& converter, const Plan& plan, const std::filesystem
       (packets.tick <= kCoarsestClock ? std::min(packets.tick, 0.5 / plan.rate) : 0) +
       wanted * (kRounding + plan.format->rateStep / plan.rate);
   if (!(std::abs(span - wanted) <= allowed)) {
-    throw Failure("the finished file takes " + Shown(span) + " from the first frame to the last instead of " + Shown(wanted));
+    throw Failure("the finished file takes " + Shown(span) +
+                  " from the first frame to the last instead of " + Shown(wanted));
   }
   return {packets.count, static_cast<double>(planned) / plan.rate, packets.size};
 }

@@ -18,8 +18,8 @@ struct Proven {
 };
 
 // Has the converter read the file at `target` back, without decoding the pictures, in `folder`.
-// Throws a Failure when there is any error in it, or its count of pictures, its length or their size
-// is not that of the plan.
+// Throws a Failure when there is any error in it, or its count of pictures, its length or their
+// size is not that of the plan.
 Proven Prove(const Converter& converter, const Plan& plan, const std::filesystem::path& target,
              const std::filesystem::path& folder);
 

@@ -1,6 +1,7 @@
 #include "animate/report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <vector>
 
@@ -33,13 +34,13 @@ std::string FrameName(const Findings& found, std::size_t index) {
 }
 
 std::string Duration(double seconds) {
-  const int whole = static_cast<int>(std::min(seconds, 359999.0) + 0.5);
+  const long whole = std::lround(std::min(seconds, 359999.0));
   char text[32];
   if (whole >= 3600) {
-    std::snprintf(&text[0], sizeof(text), "%d:%02d:%02d", whole / 3600, whole / 60 % 60,
+    std::snprintf(&text[0], sizeof(text), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60,
                   whole % 60);
   } else {
-    std::snprintf(&text[0], sizeof(text), "%d:%02d", whole / 60, whole % 60);
+    std::snprintf(&text[0], sizeof(text), "%ld:%02ld", whole / 60, whole % 60);
   }
   return &text[0];
 }
@@ -71,8 +72,8 @@ void PrintFindings(const Findings& found) {
     items.push_back(FrameName(found, index) + " (after " + FrameName(found, index - 1) + ")");
   }
   if (!items.empty()) {
-    PrintNote("twice: " + Count(items.size(), "number", "numbers") + ", each is a frame: " +
-              Joined(items));
+    PrintNote("twice: " + Count(items.size(), "number", "numbers") +
+              ", each is a frame: " + Joined(items));
   }
   if (!found.leftOut.empty()) {
     PrintNote("left out: " + Joined(found.leftOut));
@@ -98,10 +99,10 @@ void ProgressLine::Show(std::size_t done) {
   std::string numbers = " " + std::to_string(done) + " of " + std::to_string(total_) + " frames";
   if (done != 0) {
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start_;
-    numbers += ", " +
-               Duration(spent.count() * static_cast<double>(total_ - done) /
-                        static_cast<double>(done)) +
-               " left";
+    numbers +=
+        ", " +
+        Duration(spent.count() * static_cast<double>(total_ - done) / static_cast<double>(done)) +
+        " left";
   }
   constexpr int kWidestBar = 40;
   const int room = platform::TerminalWidth() - 1 - 2 - static_cast<int>(numbers.size());

@@ -31,12 +31,13 @@ void Rescue(const std::filesystem::path& folder, bool isQuiet) {
     if (text.rfind(&kCopyStart[0], 0) != 0 || !IsImageName(name)) {
       continue;
     }
-    const std::string frame = &kRescuedStart[0] + text.substr(sizeof(kCopyStart) - 1);
+    const std::string frame = std::string(&kRescuedStart[0]).append(text, sizeof(kCopyStart) - 1);
     if (platform::RenameWithoutReplacing(folder / name, folder / platform::PathFromText(frame))) {
       ++rescued;
     } else {
       ++kept;
-      PrintNote("not rescued: " + text + ", because " + frame + " is there or the folder cannot be written to");
+      PrintNote("not rescued: " + text + ", because " + frame +
+                " is there or the folder cannot be written to");
     }
   }
   if (rescued + kept == 0) {

@@ -85,7 +85,8 @@ void DeleteFrames(const Plan& plan) {
     kept += isSame && platform::DeleteOneFile(frame.path) ? 0 : 1;
   }
   if (kept != 0) {
-    PrintNote("not deleted: " + std::to_string(kept) + " frames, which cannot be deleted or were changed meanwhile");
+    PrintNote("not deleted: " + std::to_string(kept) +
+              " frames, which cannot be deleted or were changed meanwhile");
   }
 }
 

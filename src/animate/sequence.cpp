@@ -34,8 +34,8 @@ std::string ImageExtension(const std::string& name) {
   const std::size_t dot = name.rfind('.');
   std::string extension = dot == std::string::npos ? "" : LowerCase(name.substr(dot + 1));
   extension = extension == "jpeg" ? "jpg" : extension == "tiff" ? "tif" : extension;
-  const bool isKnown = std::find(kExtensions.begin(), kExtensions.end(), extension) !=
-                       kExtensions.end();
+  const bool isKnown =
+      std::find(kExtensions.begin(), kExtensions.end(), extension) != kExtensions.end();
   return isKnown ? extension : "";
 }
 
@@ -188,8 +188,8 @@ NumberedName CutName(const fs::path& name) {
       cut.pattern += text[at++];
       continue;
     }
-    const auto end = std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(),
-                                      IsDigit);
+    const auto end =
+        std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(at), text.end(), IsDigit);
     const auto length = static_cast<std::size_t>(end - text.begin()) - at;
     std::string number = text.substr(at, length);
     number.erase(0, std::min(number.find_first_not_of('0'), number.size()));

@@ -39,8 +39,8 @@ void MakeStream(AviHandle& avi, const Plan& plan) {
 }
 
 void WriteFrames(const Plan& plan, const Staging& staging, const std::filesystem::path& target) {
-  std::unique_ptr<AviHandle> avi = CreateAviFile(
-      platform::ArgumentOfPath(target).c_str(), FramePeriod(static_cast<int>(plan.rate)), nullptr);
+  std::unique_ptr<AviHandle> avi = CreateAviFile(platform::ArgumentOfPath(target).c_str(),
+                                                 FramePeriod(static_cast<int>(plan.rate)), nullptr);
   if (!avi) {
     throw Failure("the animation cannot be written");
   }
@@ -76,8 +76,8 @@ Proven ProveAvi(const Plan& plan, const std::filesystem::path& target) {
   const auto count = static_cast<std::size_t>(std::max(AVIStreamLength(stream.get()), 0L));
   LONG size = 0;
   // The last picture has to be there, with all its bytes.
-  const HRESULT last = AVIStreamRead(stream.get(), static_cast<LONG>(count) - 1, 1, nullptr, 0,
-                                     &size, nullptr);
+  const HRESULT last =
+      AVIStreamRead(stream.get(), static_cast<LONG>(count) - 1, 1, nullptr, 0, &size, nullptr);
   const LONG wanted = plan.size.width * plan.size.height * 4;
   if (count != plan.shown.size() || std::abs(rate - plan.rate) > 0.5 / kRateScale ||
       last != AVIERR_OK || size != wanted) {
@@ -95,7 +95,8 @@ Proven MakeUncompressedAvi(const Plan& plan, const Staging& staging,
   const std::uint64_t picture = kBytesPerPixel * static_cast<std::uint64_t>(plan.size.width) *
                                 static_cast<std::uint64_t>(plan.size.height);
   if (picture * plan.shown.size() > kLargest) {
-    throw Failure("--without-converter: an uncompressed AVI of these frames would be larger than 2 GB");
+    throw Failure(
+        "--without-converter: an uncompressed AVI of these frames would be larger than 2 GB");
   }
   const platform::GdiplusSession gdiplus;
   WriteFrames(plan, staging, target);

@@ -77,8 +77,9 @@ Proven MakeWithoutConverter(const Plan& plan, const std::filesystem::path& targe
   if (plan.format->extension == "avi" && kHasUncompressedAvi) {
     return MakeUncompressedAvi(plan, staging, target);
   }
-  throw Failure(kHasUncompressedAvi ? "--without-converter: only GIF frames can become a GIF, and any frames an AVI"
-                                    : "--without-converter: only GIF frames can become a GIF");
+  throw Failure(kHasUncompressedAvi
+                    ? "--without-converter: only GIF frames can become a GIF, and any frames an AVI"
+                    : "--without-converter: only GIF frames can become a GIF");
 }
 
 }  // namespace animate

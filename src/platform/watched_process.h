@@ -18,11 +18,11 @@ struct ProcessEnd {
 };
 
 // Runs `program` with `arguments` (its own name is put in front; UTF-8 on Windows, elsewhere bytes)
-// in the folder `folder` to its end, without a window and with its input at its end. Each line of its standard output and
-// of its standard error goes to the function of that name as soon as it is complete, without its
-// line end; parts of a line that the program rewrites are lines too. When an interruption is noted
-// the program is killed. It does not outlive this process either, however that ends. An exception
-// from one of the functions kills it and is passed on.
+// in the folder `folder` to its end, without a window and with its input at its end. Each line of
+// its standard output and of its standard error goes to the function of that name as soon as it is
+// complete, without its line end; parts of a line that the program rewrites are lines too. When an
+// interruption is noted the program is killed. It does not outlive this process either, however
+// that ends. An exception from one of the functions kills it and is passed on.
 ProcessEnd RunWatched(const std::filesystem::path& program,
                       const std::vector<std::string>& arguments,
                       const std::filesystem::path& folder,

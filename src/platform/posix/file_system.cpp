@@ -168,7 +168,8 @@ bool CopyToNewFile(const fs::path& from, const fs::path& to) {
 }
 
 std::string CreateEmptyFile(const fs::path& path) {
-  const Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileRights));
+  const Descriptor file(
+      open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileRights));
   return file.Get() >= 0 ? "" : std::strerror(errno);
 }
 

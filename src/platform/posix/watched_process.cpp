@@ -88,7 +88,8 @@ class Child {
 
 // The child's side of the start. A failure goes through `failure` as the system's error number.
 [[noreturn]] void BecomeProgram(const char* program, char** arguments, const char* folder,
-                                pid_t parent, const Pipe& output, const Pipe& errors, const Pipe& failure) {
+                                pid_t parent, const Pipe& output, const Pipe& errors,
+                                const Pipe& failure) {
   setpgid(0, 0);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) {
@@ -102,7 +103,7 @@ class Child {
     execv(program, arguments);
   }
   const int error = errno;
-  static_cast<void>(!write(failure.Writing(), &error, sizeof(error)));
+  [[maybe_unused]] const ssize_t written = write(failure.Writing(), &error, sizeof(error));
   _exit(127);
 }
 
@@ -130,6 +131,7 @@ bool PassOnAll(std::vector<Outlet> outlets, Child& child) {
       return false;
     }
     std::vector<pollfd> ends;
+    ends.reserve(outlets.size());
     for (const Outlet& outlet : outlets) {
       ends.push_back({outlet.reading, POLLIN, 0});
     }
@@ -164,6 +166,7 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
   std::vector<std::string> words = {program.native()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> vector;
+  vector.reserve(words.size() + 1);
   for (std::string& word : words) {
     vector.push_back(word.data());
   }

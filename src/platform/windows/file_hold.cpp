@@ -7,7 +7,7 @@ namespace platform {
 FileHold::FileHold(const std::string& path) {
   // Sharing everything but deletion.
   auto* const handle = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+                                   nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle != INVALID_HANDLE_VALUE) {
     handle_.reset(handle);
   }

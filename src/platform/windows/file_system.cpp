@@ -102,7 +102,7 @@ FileStatus QueryStatus(const fs::path& path) {
   }
   FileStatus status;
   const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  status.kind = isFolder                                  ? FileKind::kFolder
+  status.kind = isFolder                                    ? FileKind::kFolder
                 : GetFileType(file.get()) == FILE_TYPE_DISK ? FileKind::kFile
                                                             : FileKind::kOther;
   status.size = Joined(found.nFileSizeHigh, found.nFileSizeLow);
@@ -263,9 +263,8 @@ fs::path ProgramFolder() {
 
 fs::path PathVariable(const char* name) {
   const std::wstring wide = WideFromUtf8(name);
-  return FilledText([&](wchar_t* text, DWORD size) {
-    return GetEnvironmentVariableW(wide.c_str(), text, size);
-  });
+  return FilledText(
+      [&](wchar_t* text, DWORD size) { return GetEnvironmentVariableW(wide.c_str(), text, size); });
 }
 
 std::vector<fs::path> ProgramSearchFolders() {

@@ -28,8 +28,7 @@ BOOL WINAPI Note(DWORD event) {
 
 std::vector<std::string> ProgramArguments(int, char**) {
   int count = 0;
-  const Owned<wchar_t**, LocalFree> words(
-      CommandLineToArgvW(GetCommandLineW(), &count));
+  const Owned<wchar_t**, LocalFree> words(CommandLineToArgvW(GetCommandLineW(), &count));
   std::vector<std::string> arguments;
   for (int index = 1; index < count; ++index) {
     arguments.push_back(Utf8FromWide(words.get()[index]));
