@@ -88,16 +88,14 @@ bool AreGood(const Converter& converter, const Plan& plan, const Staging& stagin
 
 }  // namespace
 
-Converter::Converter(const fs::path& wanted, const Format& format)
-    : program_(FindConverter(wanted)) {
+Converter::Converter(const fs::path& wanted) : program_(FindConverter(wanted)) {}
+
+void Converter::CheckEncoder(const Format& format) const {
   bool hasEncoder = false;
   const ConverterResult result = Run(
       {"-encoders"}, platform::ProgramFolder(),
       [&](const std::string& line) { hasEncoder = hasEncoder || IsEncoder(line, format.codec); });
-  if (!result.failure.empty()) {
-    throw Failure(result.failure);
-  }
-  if (!hasEncoder) {
+  if (result.failure.empty() && !hasEncoder) {
     throw Failure("the converter \"" + platform::TextOfPath(program_) + "\" cannot make a " +
                   format.extension + " file: it has no encoder for " + format.codec);
   }
@@ -150,6 +148,7 @@ void MakeAnimation(const Converter& converter, const Plan& plan, const Staging& 
   const auto run = [&](const Words& words) {
     const ConverterResult result = converter.Run(words, staging.Folder(), nullptr, progress);
     if (!result.failure.empty()) {
+      converter.CheckEncoder(*plan.format);
       FailForFrames(converter, plan, staging, result.failure);
     }
   };

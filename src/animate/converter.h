@@ -24,9 +24,12 @@ struct ConverterResult {
 class Converter {
  public:
   // Chooses the program at `wanted`, or else looks beside this program, under TESSARA_DIR and in
-  // PATH, and starts it once. Throws a Failure when there is none, or it cannot be started or lacks
-  // the encoder for `format`.
-  Converter(const std::filesystem::path& wanted, const Format& format);
+  // PATH. Throws a Failure when there is none.
+  explicit Converter(const std::filesystem::path& wanted);
+
+  // Throws a Failure when the converter lacks the encoder for `format`. Costs a start of it, so it
+  // is called only to explain why something failed.
+  void CheckEncoder(const Format& format) const;
 
   // Runs it with `arguments` in `folder`. `outputLine` gets the lines of its standard output; only
   // without it `progress`, if any, gets the number of frames done, and the result has one. Throws

@@ -92,7 +92,7 @@ void DeleteFrames(const Plan& plan) {
 
 Proven MakeWithConverter(const Plan& plan, const Options& options, const NewFile& animation,
                          const NewFile* contactSheet) {
-  const Converter converter(options.converter, *plan.format);
+  const Converter converter(options.converter);
   const Staging staging(plan);
   {
     ProgressLine line(plan.shown.size(), options.quiet);
