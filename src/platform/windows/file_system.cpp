@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <limits>
 #include <random>
@@ -200,7 +201,7 @@ InputFile::InputFile(const fs::path& path) {
 
 InputFile::~InputFile() {
   if (IsOpen()) {
-    CloseHandle(reinterpret_cast<HANDLE>(handle_));
+    CloseHandle(std::bit_cast<HANDLE>(handle_));
   }
 }
 
@@ -210,7 +211,7 @@ bool InputFile::IsOpen() const {
 
 std::uint64_t InputFile::Size() const {
   LARGE_INTEGER size = {};
-  return IsOpen() && GetFileSizeEx(reinterpret_cast<HANDLE>(handle_), &size) != 0
+  return IsOpen() && GetFileSizeEx(std::bit_cast<HANDLE>(handle_), &size) != 0
              ? static_cast<std::uint64_t>(size.QuadPart)
              : 0;
 }
@@ -221,8 +222,8 @@ std::string InputFile::Read(std::uint64_t offset, std::size_t count) const {
   place.Offset = static_cast<DWORD>(offset);
   place.OffsetHigh = static_cast<DWORD>(offset >> 32);
   DWORD got = 0;
-  if (!IsOpen() || ReadFile(reinterpret_cast<HANDLE>(handle_), data.data(),
-                            static_cast<DWORD>(count), &got, &place) == 0) {
+  if (!IsOpen() || ReadFile(std::bit_cast<HANDLE>(handle_), data.data(), static_cast<DWORD>(count),
+                            &got, &place) == 0) {
     got = 0;
   }
   data.resize(got);
