@@ -1,6 +1,9 @@
 #include "animate/without_converter.h"
 
+#include <algorithm>
 #include <cmath>
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "animate/failure.h"
