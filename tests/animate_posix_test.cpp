@@ -5,6 +5,7 @@
 
 #include "tests/support/run_program.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/variables.h"
 
 namespace {
 
@@ -31,7 +32,8 @@ class AnimatePosixTest : public testing::Test {
             script + "\n");
     const fs::path converter = fs::path(converter_.Path()) / "ffmpeg";
     fs::permissions(converter, fs::perms::owner_all);
-    const TemporaryFiles here(temp_);
+    Variables here;
+    here.SetTemporaryFolder(temp_.Path());
     prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), "out.avi", "--overwrite",
                                  "--converter", converter.string()});
     return RunProgram(prefix[0], {prefix.begin() + 1, prefix.end()}, output_.Path());
@@ -57,13 +59,13 @@ TEST_F(AnimatePosixTest, BelievesNoConverter) {
       {"exit 3", "status 3"},
       {"exit 0", "cannot be read back"},
       {"kill -9 $$", "signal Killed"},
-      {"echo 'Something is wrong' >&2; exec /usr/bin/ffmpeg \"$@\"", "Something is wrong"},
+      {R"(echo 'Something is wrong' >&2; exec /usr/bin/ffmpeg "$@")", "Something is wrong"},
       // It loses a frame, plays at another rate, makes another size, or cuts the file.
-      {"set -- \"${@:1:$#-1}\" -frames:v 11 \"${@: -1}\"; exec /usr/bin/ffmpeg \"$@\"",
+      {R"(set -- "${@:1:$#-1}" -frames:v 11 "${@: -1}"; exec /usr/bin/ffmpeg "$@")",
        "11 frames instead of 12"},
-      {"exec /usr/bin/ffmpeg \"${@/#16/15}\"", "instead of 0.688 s"},
-      {"exec /usr/bin/ffmpeg \"${@/#scale=32:32/scale=64:64}\"", "another size"},
-      {"/usr/bin/ffmpeg \"$@\"; truncate -s -600 \"${@: -1}\"", "instead of 12"},
+      {R"(exec /usr/bin/ffmpeg "${@/#16/15}")", "instead of 0.688 s"},
+      {R"(exec /usr/bin/ffmpeg "${@/#scale=32:32/scale=64:64}")", "another size"},
+      {R"(/usr/bin/ffmpeg "$@"; truncate -s -600 "${@: -1}")", "instead of 12"},
   };
   for (const auto& c : kCases) {
     const ProgramResult result = RunWith(c.script);

@@ -12,6 +12,7 @@
 #include "tests/support/gif_builder.h"
 #include "tests/support/run_program.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/variables.h"
 
 namespace {
 
@@ -57,8 +58,8 @@ std::string Sample(int number, const std::string& extension) {
   if (extension == "gif") {
     // The converter would write them into one file.
     std::string file = GifOfPixels(16, 16, 8, std::string(256, static_cast<char>(2 * number)));
-    for (int index = 0; index < 3 * 256; ++index) {
-      file[static_cast<std::size_t>(13 + index)] = static_cast<char>(index / 3);
+    for (std::size_t index = 0; index < 3 * 256; ++index) {
+      file[13 + index] = static_cast<char>(index / 3);
     }
     return file;
   }
@@ -73,7 +74,7 @@ using Frames = std::vector<std::pair<fs::path, std::string>>;
 
 class AnimateTest : public testing::Test {
  protected:
-  AnimateTest() { SetProcessVariable("TESSARA_DIR", TESSARA_INSTALLATION); }
+  AnimateTest() { variables_.Set("TESSARA_DIR", TESSARA_INSTALLATION); }
   ~AnimateTest() override { EXPECT_THAT(temp_.Names(), IsEmpty()) << "left behind"; }
 
   void Fill(const Frames& frames) {
@@ -98,7 +99,8 @@ class AnimateTest : public testing::Test {
 
   // Runs the program with everything temporary where the test can see it.
   ProgramResult RunAlone(const Words& arguments) const {
-    const TemporaryFiles here(temp_);
+    Variables here;
+    here.SetTemporaryFolder(temp_.Path());
     return RunProgram(TESSARA_ANIMATE, arguments, output_.Path());
   }
 
@@ -106,7 +108,7 @@ class AnimateTest : public testing::Test {
   ProgramResult Run(const Words& arguments) {
     Words words = {frames_.Path()};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    const ProgramResult result = RunAlone(words);
+    ProgramResult result = RunAlone(words);
     for (const auto& [name, content] : filled_) {
       std::ifstream file(fs::path(frames_.Path()) / name, std::ios::binary);
       const std::string now{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
@@ -154,6 +156,7 @@ class AnimateTest : public testing::Test {
   TempFolder output_;
 
  private:
+  Variables variables_;
   TempFolder temp_;
   Frames filled_;
 };

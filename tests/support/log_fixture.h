@@ -3,12 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "tests/support/temp_folder.h"
+#include "tests/support/variables.h"
 
 // The messages of a log's text, without their time stamps.
 std::vector<std::string> LogMessages(const std::string& log);
@@ -20,7 +19,7 @@ class LogFixture : public testing::Test {
 
   // Sets an environment variable of this process, or removes it when `value` is null, for the rest
   // of the test.
-  void SetVariable(const std::string& name, const char* value);
+  void SetVariable(const std::string& name, const char* value) { variables_.Set(name, value); }
 
   // The messages logged so far, without their time stamps.
   std::vector<std::string> Log() const { return LogMessages(temp_.Read("log.txt")); }
@@ -29,6 +28,5 @@ class LogFixture : public testing::Test {
   TempFolder temp_;
 
  private:
-  // What the variables were before the test.
-  std::map<std::string, std::optional<std::string>> variables_;
+  Variables variables_;
 };

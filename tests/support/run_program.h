@@ -18,6 +18,3 @@ struct ProgramResult {
 // it. Line ends in the result are "\n". The program gets this process's environment.
 ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& folder);
-
-// Sets an environment variable of this process, or removes it when `value` is null.
-void SetProcessVariable(const std::string& name, const char* value);

@@ -6,8 +6,6 @@
 #include <iterator>
 #include <random>
 
-#include "tests/support/run_program.h"
-
 namespace fs = std::filesystem;
 
 namespace {
@@ -65,23 +63,4 @@ std::vector<std::string> TempFolder::Names() const {
   }
   std::sort(names.begin(), names.end());
   return names;
-}
-
-namespace {
-
-void SetTemporaryFolder(const std::string& path) {
-  for (const char* name : {"TMPDIR", "TMP", "TEMP"}) {
-    SetProcessVariable(name, path.c_str());
-  }
-}
-
-}  // namespace
-
-TemporaryFiles::TemporaryFiles(const TempFolder& folder)
-    : before_(fs::temp_directory_path().string()) {
-  SetTemporaryFolder(folder.Path());
-}
-
-TemporaryFiles::~TemporaryFiles() {
-  SetTemporaryFolder(before_);
 }

@@ -33,15 +33,3 @@ class TempFolder {
  private:
   std::string path_;
 };
-
-// Has new temporary files, those of started programs too, made in a folder while it lives.
-class TemporaryFiles {
- public:
-  explicit TemporaryFiles(const TempFolder& folder);
-  ~TemporaryFiles();
-  TemporaryFiles(const TemporaryFiles&) = delete;
-  TemporaryFiles& operator=(const TemporaryFiles&) = delete;
-
- private:
-  std::string before_;
-};
