@@ -20,12 +20,13 @@ class AnimatePosixTest : public testing::Test {
     RunProgram("/usr/bin/ffmpeg",
                {"-v", "error", "-f", "lavfi", "-i", "testsrc=s=32x32", "-frames:v", "12", "%d.png"},
                frames_.Path());
-    output_.Write("out.avi", "old");
+    output_.WriteAll({"out.avi", "out.mp4"});
   }
   ~AnimatePosixTest() override { EXPECT_THAT(temp_.Names(), IsEmpty()) << "left behind"; }
 
   // Runs the program, after `prefix`, with a converter that is found good and then runs `script`.
-  ProgramResult RunWith(const std::string& script, std::vector<std::string> prefix = {}) {
+  ProgramResult RunWith(const std::string& script, std::vector<std::string> prefix = {},
+                        const std::string& output = "out.avi") {
     converter_.Write(
         "ffmpeg",
         "#!/bin/bash\ncase \"$*\" in\n  *-encoders*|*framecrc*) exec /usr/bin/ffmpeg \"$@\" ;;\nesac\n" +
@@ -34,14 +35,14 @@ class AnimatePosixTest : public testing::Test {
     fs::permissions(converter, fs::perms::owner_all);
     Variables here;
     here.SetTemporaryFolder(temp_.Path());
-    prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), "out.avi", "--overwrite",
+    prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), output, "--overwrite",
                                  "--converter", converter.string()});
     return RunProgram(prefix[0], {prefix.begin() + 1, prefix.end()}, output_.Path());
   }
 
   void ExpectNothingChanged() {
-    EXPECT_THAT(output_.Names(), ElementsAre("out.avi"));
-    EXPECT_TRUE(output_.Read("out.avi") == "old");
+    EXPECT_THAT(output_.Names(), ElementsAre("out.avi", "out.mp4"));
+    EXPECT_TRUE(output_.Read("out.avi") + output_.Read("out.mp4") == "out.aviout.mp4");
     EXPECT_EQ(frames_.Names().size(), 12U);
   }
 
@@ -55,9 +56,11 @@ TEST_F(AnimatePosixTest, BelievesNoConverter) {
   const struct {
     const char* script;
     const char* message;
+    // The part of the message that differs for an MP4, where it does.
+    const char* messageForMp4 = message;
   } kCases[] = {
       {"exit 3", "status 3"},
-      {"exit 0", "cannot be read back"},
+      {"exit 0", "cannot be read back", "not whole"},
       {"kill -9 $$", "signal Killed"},
       {R"(echo 'Something is wrong' >&2; exec /usr/bin/ffmpeg "$@")", "Something is wrong"},
       // It loses a frame, plays at another rate, makes another size, or cuts the file.
@@ -65,14 +68,16 @@ TEST_F(AnimatePosixTest, BelievesNoConverter) {
        "11 frames instead of 12"},
       {R"(exec /usr/bin/ffmpeg "${@/#16/15}")", "instead of 0.688 s"},
       {R"(exec /usr/bin/ffmpeg "${@/#scale=32:32/scale=64:64}")", "another size"},
-      {R"(/usr/bin/ffmpeg "$@"; truncate -s -600 "${@: -1}")", "instead of 12"},
+      {R"(/usr/bin/ffmpeg "$@"; truncate -s -600 "${@: -1}")", "instead of 12", "not whole"},
   };
   for (const auto& c : kCases) {
-    const ProgramResult result = RunWith(c.script);
-    EXPECT_EQ(result.exitStatus, 1) << c.script;
-    EXPECT_THAT(result.errors, HasSubstr(c.message));
-    EXPECT_EQ(result.output, "");
-    ExpectNothingChanged();
+    for (const bool isMp4 : {false, true}) {
+      const ProgramResult result = RunWith(c.script, {}, isMp4 ? "out.mp4" : "out.avi");
+      EXPECT_EQ(result.exitStatus, 1) << c.script;
+      EXPECT_THAT(result.errors, HasSubstr(isMp4 ? c.messageForMp4 : c.message));
+      EXPECT_EQ(result.output, "");
+      ExpectNothingChanged();
+    }
   }
 }
 

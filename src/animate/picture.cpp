@@ -6,58 +6,12 @@
 #include <string>
 
 #include "animate/failure.h"
+#include "animate/file_bytes.h"
 #include "animate/sequence.h"
 #include "platform/file_system.h"
 
 namespace animate {
 namespace {
-
-// Random access to the bytes of a file, through a window that moves along.
-class Bytes {
- public:
-  explicit Bytes(const platform::InputFile& file) : file_(file), size_(file.Size()) {}
-
-  std::uint64_t Size() const { return size_; }
-
-  // The byte at `offset`, 0 after the end of the file.
-  unsigned At(std::uint64_t offset) {
-    if (offset < start_ || offset - start_ >= window_.size()) {
-      if (offset >= size_) {
-        return 0;
-      }
-      start_ = offset;
-      window_ = file_.Read(offset, kWindow);
-      if (window_.empty()) {
-        return 0;
-      }
-    }
-    return static_cast<unsigned char>(window_[static_cast<std::size_t>(offset - start_)]);
-  }
-
-  // An unsigned number of `count` bytes.
-  std::uint32_t LittleEndian(std::uint64_t offset, int count) {
-    std::uint32_t number = 0;
-    for (int index = count - 1; index >= 0; --index) {
-      number = number << 8 | At(offset + static_cast<std::uint64_t>(index));
-    }
-    return number;
-  }
-  std::uint32_t BigEndian(std::uint64_t offset, int count) {
-    std::uint32_t number = 0;
-    for (int index = 0; index < count; ++index) {
-      number = number << 8 | At(offset + static_cast<std::uint64_t>(index));
-    }
-    return number;
-  }
-
- private:
-  static constexpr std::size_t kWindow = 16384;
-
-  const platform::InputFile& file_;
-  std::uint64_t size_;
-  std::uint64_t start_ = 0;
-  std::string window_;
-};
 
 // The readers return nothing for a file that is cut.
 using Found = std::optional<Size>;
@@ -259,7 +213,7 @@ const PictureType* TypeOf(const std::string& start) {
 
 }  // namespace
 
-Size LookAtPicture(const std::filesystem::path& path) {
+Picture LookAtPicture(const std::filesystem::path& path) {
   const std::string name = "\"" + platform::TextOfPath(path.filename()) + "\" ";
   const platform::InputFile file(path);
   if (!file.IsOpen()) {
@@ -268,7 +222,8 @@ Size LookAtPicture(const std::filesystem::path& path) {
   if (file.Size() == 0) {
     throw Failure(name + "is empty");
   }
-  const PictureType* const type = TypeOf(file.Read(0, 8));
+  Bytes bytes(file);
+  const PictureType* const type = TypeOf(bytes.Text(0, 8));
   if (type == nullptr) {
     throw Failure(name + "is no picture");
   }
@@ -276,7 +231,6 @@ Size LookAtPicture(const std::filesystem::path& path) {
   if (pattern.substr(pattern.rfind('.') + 1) != type->extension) {
     throw Failure(name + "is a " + type->name + " picture, not what its name says");
   }
-  Bytes bytes(file);
   const Found size = type->read(bytes);
   if (!size) {
     throw Failure(name + "is cut, its end is missing");
@@ -284,13 +238,13 @@ Size LookAtPicture(const std::filesystem::path& path) {
   if (size->width <= 0 || size->height <= 0) {
     throw Failure(name + "is damaged");
   }
-  return *size;
+  return {*size, file.Status()};
 }
 
 std::optional<GifContent> ReadGifContent(const std::filesystem::path& path) {
   const platform::InputFile file(path);
   Bytes bytes(file);
-  return TypeOf(file.Read(0, 8)) != nullptr ? FollowGif(bytes) : std::nullopt;
+  return TypeOf(bytes.Text(0, 8)) != nullptr ? FollowGif(bytes) : std::nullopt;
 }
 
 }  // namespace animate

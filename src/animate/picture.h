@@ -7,13 +7,20 @@
 #include <optional>
 
 #include "animate/options.h"
+#include "platform/file_system.h"
 
 namespace animate {
 
-// The size of the picture in the image file at `path`. Throws a Failure that names the file when it
+struct Picture {
+  Size size;
+  // Of the file that was looked at.
+  platform::FileStatus status;
+};
+
+// Looks at the picture in the image file at `path`. Throws a Failure that names the file when it
 // cannot be read, is empty, is no picture or one of another type than its name says, or is cut:
 // converters take some cut files for whole ones.
-Size LookAtPicture(const std::filesystem::path& path);
+Picture LookAtPicture(const std::filesystem::path& path);
 
 // What a GIF holds as an animation.
 struct GifContent {

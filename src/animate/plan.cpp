@@ -67,8 +67,8 @@ Size AnimationSize(const Plan& plan, const Options& options) {
 void LookAtFrames(Plan& plan) {
   for (PlannedFrame& frame : plan.frames) {
     StopIfInterrupted();
-    const Size size = LookAtPicture(frame.path);
-    frame.status = platform::QueryStatus(frame.path);
+    const auto [size, status] = LookAtPicture(frame.path);
+    frame.status = status;
     if (&frame == &plan.frames.front()) {
       plan.frameSize = size;
     }

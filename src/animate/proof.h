@@ -17,9 +17,9 @@ struct Proven {
   Size size;
 };
 
-// Has the converter read the file at `target` back, without decoding the pictures, in `folder`.
-// Throws a Failure when there is any error in it, or its count of pictures, its length or their
-// size is not that of the plan.
+// Reads the file at `target` back without decoding the pictures, with the converter in `folder`
+// where the file is of a kind that only the converter knows. Throws a Failure when there is any
+// error in it, or its count of pictures, its length or their size is not that of the plan.
 Proven Prove(const Converter& converter, const Plan& plan, const std::filesystem::path& target,
              const std::filesystem::path& folder);
 

@@ -48,7 +48,8 @@ std::string Duration(double seconds) {
 }  // namespace
 
 void PrintNote(const std::string& line) {
-  std::fprintf(stderr, "%s\n", line.c_str());
+  // In one piece: formatted output goes to a Windows console character by character.
+  std::fputs((line + "\n").c_str(), stderr);
 }
 
 void PrintFindings(const Findings& found) {
@@ -108,10 +109,11 @@ void ProgressLine::Show(std::size_t done) {
   const int room = platform::TerminalWidth() - 1 - 2 - static_cast<int>(numbers.size());
   const auto width = static_cast<std::size_t>(std::clamp(room, 0, kWidestBar));
   const std::size_t filled = width * done / total_;
-  const std::string bar =
+  std::string bar =
       "[" + std::string(filled, '#') + std::string(width - filled, '.') + "]" + numbers;
   // Blanks wipe what is left of a longer line.
-  std::fprintf(stderr, "\r%-*s", std::max(platform::TerminalWidth() - 1, 0), bar.c_str());
+  bar.resize(std::max<std::size_t>(bar.size(), platform::TerminalWidth() - 1U), ' ');
+  std::fputs(("\r" + bar).c_str(), stderr);
 }
 
 std::string ShownBytes(std::uint64_t bytes) {

@@ -49,7 +49,7 @@ FoundFrames FindFrames(const fs::path& meant) {
 void PrintList(const FoundFrames& frames, bool fillGaps) {
   for (const std::size_t index : ShownFrames(frames.findings, fillGaps)) {
     const fs::path path = frames.folder / frames.findings.sequence[index].name;
-    std::fprintf(stdout, "%s\n", platform::TextOfPath(path).c_str());
+    std::fputs((platform::TextOfPath(path) + "\n").c_str(), stdout);
   }
 }
 

@@ -94,8 +94,11 @@ class InputFile {
 
   bool IsOpen() const;
 
-  // In bytes; 0 when the file is not open.
-  std::uint64_t Size() const;
+  // As it was when the file was opened; missing when the file is not open.
+  const FileStatus& Status() const { return status_; }
+
+  // In bytes, then; 0 when the file is not open.
+  std::uint64_t Size() const { return status_.size; }
 
   // Reads up to `count` bytes from `offset` on; fewer only at the end of the file or of what can be
   // read.
@@ -104,6 +107,7 @@ class InputFile {
  private:
   // The system's own handle, -1 for none.
   std::intptr_t handle_ = -1;
+  FileStatus status_;
 };
 
 // A new folder under the system's temporary one that its owner alone can enter. It goes, with the

@@ -64,6 +64,18 @@ bool WriteAll(int file, const std::string& data) {
   return true;
 }
 
+FileStatus StatusOf(const struct stat& found) {
+  FileStatus status;
+  status.kind = S_ISREG(found.st_mode)   ? FileKind::kFile
+                : S_ISDIR(found.st_mode) ? FileKind::kFolder
+                                         : FileKind::kOther;
+  status.size = static_cast<std::uint64_t>(found.st_size);
+  status.identity = {found.st_dev, found.st_ino};
+  status.changed = static_cast<std::uint64_t>(found.st_mtim.tv_sec) * 1'000'000'000 +
+                   static_cast<std::uint64_t>(found.st_mtim.tv_nsec);
+  return status;
+}
+
 }  // namespace
 
 fs::path PathFromText(const std::string& text) {
@@ -86,18 +98,7 @@ std::string ArgumentOfPath(const fs::path& path) {
 
 FileStatus QueryStatus(const fs::path& path) {
   struct stat found = {};
-  if (stat(path.c_str(), &found) != 0) {
-    return {};
-  }
-  FileStatus status;
-  status.kind = S_ISREG(found.st_mode)   ? FileKind::kFile
-                : S_ISDIR(found.st_mode) ? FileKind::kFolder
-                                         : FileKind::kOther;
-  status.size = static_cast<std::uint64_t>(found.st_size);
-  status.identity = {found.st_dev, found.st_ino};
-  status.changed = static_cast<std::uint64_t>(found.st_mtim.tv_sec) * 1'000'000'000 +
-                   static_cast<std::uint64_t>(found.st_mtim.tv_nsec);
-  return status;
+  return stat(path.c_str(), &found) == 0 ? StatusOf(found) : FileStatus();
 }
 
 std::optional<std::vector<fs::path>> ListFiles(const fs::path& folder) {
@@ -203,7 +204,12 @@ std::string PutInPlace(const fs::path& from, const fs::path& to, bool replace) {
   return "";
 }
 
-InputFile::InputFile(const fs::path& path) : handle_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {}
+InputFile::InputFile(const fs::path& path) : handle_(open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+  struct stat found = {};
+  if (fstat(static_cast<int>(handle_), &found) == 0) {
+    status_ = StatusOf(found);
+  }
+}
 
 InputFile::~InputFile() {
   if (IsOpen()) {
@@ -213,12 +219,6 @@ InputFile::~InputFile() {
 
 bool InputFile::IsOpen() const {
   return handle_ >= 0;
-}
-
-std::uint64_t InputFile::Size() const {
-  struct stat found = {};
-  return fstat(static_cast<int>(handle_), &found) == 0 ? static_cast<std::uint64_t>(found.st_size)
-                                                       : 0;
 }
 
 std::string InputFile::Read(std::uint64_t offset, std::size_t count) const {

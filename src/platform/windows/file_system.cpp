@@ -73,6 +73,23 @@ bool MakeOwnersFolder(const fs::path& path) {
   return CreateDirectoryW(path.c_str(), &attributes) != 0;
 }
 
+FileStatus StatusOf(const OwnedHandle& file) {
+  BY_HANDLE_FILE_INFORMATION found = {};
+  if (!file || GetFileInformationByHandle(file.get(), &found) == 0) {
+    return {};
+  }
+  FileStatus status;
+  const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  status.kind = isFolder                                    ? FileKind::kFolder
+                : GetFileType(file.get()) == FILE_TYPE_DISK ? FileKind::kFile
+                                                            : FileKind::kOther;
+  status.size = Joined(found.nFileSizeHigh, found.nFileSizeLow);
+  status.identity = {found.dwVolumeSerialNumber, Joined(found.nFileIndexHigh, found.nFileIndexLow)};
+  status.changed =
+      Joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime);
+  return status;
+}
+
 }  // namespace
 
 fs::path PathFromText(const std::string& text) {
@@ -96,21 +113,7 @@ std::string ArgumentOfPath(const fs::path& path) {
 
 FileStatus QueryStatus(const fs::path& path) {
   // The flag lets folders be opened too.
-  const OwnedHandle file = OpenedFile(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-  BY_HANDLE_FILE_INFORMATION found = {};
-  if (!file || GetFileInformationByHandle(file.get(), &found) == 0) {
-    return {};
-  }
-  FileStatus status;
-  const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  status.kind = isFolder                                    ? FileKind::kFolder
-                : GetFileType(file.get()) == FILE_TYPE_DISK ? FileKind::kFile
-                                                            : FileKind::kOther;
-  status.size = Joined(found.nFileSizeHigh, found.nFileSizeLow);
-  status.identity = {found.dwVolumeSerialNumber, Joined(found.nFileIndexHigh, found.nFileIndexLow)};
-  status.changed =
-      Joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime);
-  return status;
+  return StatusOf(OpenedFile(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS));
 }
 
 std::optional<std::vector<fs::path>> ListFiles(const fs::path& folder) {
@@ -195,6 +198,7 @@ std::string PutInPlace(const fs::path& from, const fs::path& to, bool replace) {
 InputFile::InputFile(const fs::path& path) {
   OwnedHandle file = OpenedFile(path, GENERIC_READ, OPEN_EXISTING);
   if (file) {
+    status_ = StatusOf(file);
     handle_ = reinterpret_cast<std::intptr_t>(file.release());
   }
 }
@@ -207,13 +211,6 @@ InputFile::~InputFile() {
 
 bool InputFile::IsOpen() const {
   return handle_ != -1;
-}
-
-std::uint64_t InputFile::Size() const {
-  LARGE_INTEGER size = {};
-  return IsOpen() && GetFileSizeEx(std::bit_cast<HANDLE>(handle_), &size) != 0
-             ? static_cast<std::uint64_t>(size.QuadPart)
-             : 0;
 }
 
 std::string InputFile::Read(std::uint64_t offset, std::size_t count) const {
