@@ -80,9 +80,8 @@ FileStatus StatusOf(const OwnedHandle& file) {
   }
   FileStatus status;
   const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-  status.kind = isFolder                                    ? FileKind::kFolder
-                : GetFileType(file.get()) == FILE_TYPE_DISK ? FileKind::kFile
-                                                            : FileKind::kOther;
+  // Of what is neither file nor folder the system knows no such information.
+  status.kind = isFolder ? FileKind::kFolder : FileKind::kFile;
   status.size = Joined(found.nFileSizeHigh, found.nFileSizeLow);
   status.identity = {found.dwVolumeSerialNumber, Joined(found.nFileIndexHigh, found.nFileIndexLow)};
   status.changed =

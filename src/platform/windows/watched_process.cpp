@@ -133,8 +133,9 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
   startUp.hStdOutput = output.writing.get();
   startUp.hStdError = errors.writing.get();
   PROCESS_INFORMATION created = {};
+  // Detached: with a console of its own, even without a window, comes a further process.
   if (CreateProcessW(SystemPath(program).c_str(), line.data(), nullptr, nullptr, TRUE,
-                     CREATE_NO_WINDOW | CREATE_SUSPENDED, nullptr, folder.c_str(), &startUp,
+                     DETACHED_PROCESS | CREATE_SUSPENDED, nullptr, folder.c_str(), &startUp,
                      &created) == 0) {
     return {ErrorText(GetLastError()), false, ""};
   }
