@@ -58,7 +58,7 @@ std::string Sample(int number, const std::string& extension) {
   if (extension == "gif") {
     // The converter would write them into one file.
     std::string file = GifOfPixels(16, 16, 8, std::string(256, static_cast<char>(2 * number)));
-    for (std::size_t index = 0; index < 3 * 256; ++index) {
+    for (std::size_t index = 0; index < 768; ++index) {
       file[13 + index] = static_cast<char>(index / 3);
     }
     return file;

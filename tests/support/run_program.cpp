@@ -29,7 +29,13 @@ ProgramResult RunProgram(const std::string& program, const std::vector<std::stri
   }
   line += kIsWindows ? " <NUL" : " </dev/null";
   line += " >" + Quoted(caught.Path() + "/out") + " 2>" + Quoted(caught.Path() + "/err");
-  // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): the line is this test's own.
-  const int status = std::system((kIsWindows ? "\"" + line + "\"" : line).c_str());
+  // On a busy machine Wine's interpreter now and then fails to start a program, which then has done
+  // nothing.
+  constexpr int kNotStarted = 9009;
+  int status = kNotStarted;
+  for (int tries = 0; status == kNotStarted && tries < 5; ++tries) {
+    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): the line is this test's own.
+    status = std::system((kIsWindows ? "\"" + line + "\"" : line).c_str());
+  }
   return {kIsWindows ? status : status >> 8, caught.Read("out"), caught.Read("err")};
 }
