@@ -36,8 +36,9 @@ void Rescue(const std::filesystem::path& folder, bool isQuiet) {
       ++rescued;
     } else {
       ++kept;
-      PrintNote("not rescued: " + text + ", because " + frame +
-                " is there or the folder cannot be written to");
+      std::string note = "not rescued: " + text;
+      note += ", because " + frame + " is there or the folder cannot be written to";
+      PrintNote(note);
     }
   }
   if (rescued + kept == 0) {
