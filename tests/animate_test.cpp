@@ -266,6 +266,8 @@ TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
   const struct {
     Frames frames;
     int first;
+    // How many of the images are left out.
+    std::size_t others = 0;
   } kCases[] = {
       {numbered("frame_%d.png", 1, 120, "png"), 1},
       {numbered("%d.bmp", 1, 120, "bmp"), 1},
@@ -279,8 +281,8 @@ TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
       {numbered("e\xCC\x81tude%d.png", 8, 12, "png"), 8},
       {numbered("t0.%02d.png", 8, 12, "png"), 8},
       {numbered("%d.gif", 8, 12, "gif"), 8},
-      {extra, 1},
-      {two, 11},
+      {extra, 1, 2},
+      {two, 11, 5},
       {times, 55},
   };
   for (const auto& c : kCases) {
@@ -292,7 +294,7 @@ TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
       ASSERT_EQ(levels[index], (c.first + static_cast<int>(index)) % kSamples) << c.frames[0].first;
     }
     EXPECT_THAT(result.output, HasSubstr("out.apng: " + std::to_string(levels.size()) + " frames"));
-    EXPECT_THAT(levels.size(), testing::AnyOf(c.frames.size(), 9U));
+    EXPECT_EQ(levels.size(), c.frames.size() - c.others) << c.frames[0].first;
     EXPECT_THAT(output_.Names(), ElementsAre("out.apng"));
   }
 }
