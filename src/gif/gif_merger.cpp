@@ -3,21 +3,7 @@
 #include <cstddef>
 #include <cstdlib>
 
-namespace {
-
-constexpr int kImageSeparator = 0x2C;
-constexpr int kBlockTerminator = 0x00;
-// Whether a colour table follows, in the packed bytes of both descriptors.
-constexpr int kTableFlag = 0x80;
-constexpr int kInterlaceFlag = 0x40;
-constexpr int kTableSizeMask = 0x07;
-constexpr std::string_view kSignature = "GIF89a";
-
-int ColourCount(int pixelBits) {
-  return 2 << pixelBits;
-}
-
-}  // namespace
+#include "gif/gif_format.h"
 
 GifFrameResult GifMerger::AppendFile(const std::string& path, std::FILE* output, bool first) {
   if (!input_.Open(path)) {
@@ -37,12 +23,12 @@ GifFrameResult GifMerger::AppendInput(std::FILE* output, bool first) {
   ReadScreenHeader(first);
   auto result = GifFrameResult::kNoImage;
   if (FindImage()) {
-    WriteByte(kImageSeparator);
+    WriteByte(kGifImage);
     ReadImageDescriptor(first);
     follower_.messages = settings.messages;
     follower_.debug = settings.debug;
     if (follower_.CopyImageData(input_, output)) {
-      WriteByte(kBlockTerminator);
+      WriteByte(kGifTerminator);
       result = GifFrameResult::kCopied;
     } else {
       result = GifFrameResult::kBrokenOff;
@@ -55,7 +41,7 @@ GifFrameResult GifMerger::AppendInput(std::FILE* output, bool first) {
 // Extensions are passed over as plain bytes, so a separator value inside one ends the search.
 bool GifMerger::FindImage() {
   int byte = input_.ReadByte();
-  while (byte != EOF && byte != kImageSeparator) {
+  while (byte != EOF && byte != kGifImage) {
     byte = input_.ReadByte();
   }
   if (byte == EOF) {
@@ -65,28 +51,28 @@ bool GifMerger::FindImage() {
 }
 
 void GifMerger::ReadScreenHeader(bool first) {
-  for (std::size_t count = 0; count < kSignature.size(); ++count) {
+  for (std::size_t count = 0; count < kGifSignature.size(); ++count) {
     ReadByte(false);
   }
   if (first) {
-    WriteText(kSignature);
+    WriteText(kGifSignature);
   }
   const int width = ReadWord(first);
   const int height = ReadWord(first);
   const int packed = ReadByte(first);
-  globalColours_ = (packed & kTableFlag) != 0;
-  pixelBits_ = packed & kTableSizeMask;
+  globalColours_ = (packed & kGifTableFlag) != 0;
+  pixelBits_ = packed & kGifTableSizeMask;
   const int background = ReadByte(first);
   ReadByte(first);  // the pixel aspect ratio
   if (settings.verbose) {
     const int colourResolution = packed >> 4 & 0x07;
     std::fprintf(settings.messages, "Screen: %ldx%ldx%ld m=%ld cres=%ld bkgnd=%ld pix=%ld\n",
-                 long{width}, long{height}, long{ColourCount(pixelBits_)},
-                 long{packed & kTableFlag}, long{colourResolution}, long{background},
+                 long{width}, long{height}, long{GifColourCount(pixelBits_)},
+                 long{packed & kGifTableFlag}, long{colourResolution}, long{background},
                  long{pixelBits_});
   }
   if (globalColours_) {
-    ReadColours(first, ColourCount(pixelBits_));
+    ReadColours(first, GifColourCount(pixelBits_));
   }
   WriteGraphicControl();
   if (first) {
@@ -102,20 +88,20 @@ void GifMerger::ReadImageDescriptor(bool first) {
   const int width = ReadWord(true);
   const int height = ReadWord(true);
   const int packed = ReadByte(false);
-  const int localFlag = packed & kTableFlag;
-  const int localPixelBits = packed & kTableSizeMask;
+  const int localFlag = packed & kGifTableFlag;
+  const int localPixelBits = packed & kGifTableSizeMask;
   // Later frames always bring their colours along. The size is the screen's even where a local
   // table of another size follows.
-  WriteByte((packed & ~kTableSizeMask) | (first ? 0 : kTableFlag) | pixelBits_);
+  WriteByte((packed & ~kGifTableSizeMask) | (first ? 0 : kGifTableFlag) | pixelBits_);
   if (settings.verbose) {
     std::fprintf(settings.messages, "Image: %ldx%ldx%ld m=%ld i=%ld pix=%ld \n", long{width},
-                 long{height}, long{ColourCount(localPixelBits)}, long{localFlag},
-                 long{packed & kInterlaceFlag}, long{localPixelBits});
+                 long{height}, long{GifColourCount(localPixelBits)}, long{localFlag},
+                 long{packed & kGifInterlaceFlag}, long{localPixelBits});
   }
   if (localFlag != 0) {
-    ReadColours(true, ColourCount(localPixelBits));
+    ReadColours(true, GifColourCount(localPixelBits));
   } else if (!first) {
-    for (int index = 0; index < ColourCount(pixelBits_); ++index) {
+    for (int index = 0; index < GifColourCount(pixelBits_); ++index) {
       const Colour& colour = colours_[static_cast<std::size_t>(index)];
       WriteByte(colour.red);
       WriteByte(colour.green);
@@ -130,28 +116,17 @@ void GifMerger::WriteGraphicControl() {
   if (!globalColours_ || (!transparent && settings.delay < 0)) {
     return;
   }
-  const int index = transparent ? FindTransparentColour() : 0;
-  WriteByte(0x21);
-  WriteByte(0xF9);
-  WriteByte(4);
-  WriteByte(settings.disposal * 4 + (transparent ? 1 : 0));
-  WriteWord(settings.delay);
-  WriteByte(index);
-  WriteByte(kBlockTerminator);
+  GifControl control = {settings.delay, settings.disposal, std::nullopt};
+  if (transparent) {
+    control.transparent = FindTransparentColour();
+  }
+  WriteText(GifControlBlock(control));
 }
 
 void GifMerger::WriteLoop() {
-  if (settings.loops < 0) {
-    return;
+  if (settings.loops >= 0) {
+    WriteText(GifLoopBlock(settings.loops));
   }
-  WriteByte(0x21);
-  WriteByte(0xFF);
-  WriteByte(11);
-  WriteText("NETSCAPE2.0");
-  WriteByte(3);
-  WriteByte(1);
-  WriteWord(settings.loops);
-  WriteByte(kBlockTerminator);
 }
 
 // The index of the colour nearest to the transparent one, the lowest among equals.
@@ -161,7 +136,7 @@ int GifMerger::FindTransparentColour() const {
   const int blue = settings.transparent >> 16;
   int best = 0;
   int bestDistance = 3 * 256;
-  for (int index = 0; index < ColourCount(pixelBits_); ++index) {
+  for (int index = 0; index < GifColourCount(pixelBits_); ++index) {
     const Colour& colour = colours_[static_cast<std::size_t>(index)];
     const int distance =
         std::abs(red - colour.red) + std::abs(green - colour.green) + std::abs(blue - colour.blue);

@@ -1,0 +1,47 @@
+// The marks of the GIF format, and the blocks that its writers put around pictures.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+inline constexpr std::string_view kGifSignature = "GIF89a";
+
+// What each block begins with, and what ends the sub-blocks in it.
+inline constexpr int kGifImage = 0x2C;
+inline constexpr int kGifExtension = 0x21;
+inline constexpr int kGifTrailer = 0x3B;
+inline constexpr int kGifTerminator = 0x00;
+
+// The extension that says how the next image is shown.
+inline constexpr int kGifGraphicControl = 0xF9;
+
+// In the packed bytes of the screen and of an image: whether a colour table follows, and its size.
+inline constexpr int kGifTableFlag = 0x80;
+inline constexpr int kGifTableSizeMask = 0x07;
+// In that of an image.
+inline constexpr int kGifInterlaceFlag = 0x40;
+
+// How many colours a table has whose packed byte holds `sizeField`, 0 to 7.
+constexpr int GifColourCount(int sizeField) {
+  return 2 << sizeField;
+}
+
+// How an image is shown.
+struct GifControl {
+  // How long it stands, in hundredths of a second, 0 to 65535.
+  int delay = 0;
+  // What becomes of it before the next one is drawn, 0 to 7: 1 leaves it, 2 clears its rectangle.
+  int disposal = 0;
+  // The index of the colour that is not drawn.
+  std::optional<int> transparent;
+};
+
+// The low 16 bits of a number as two bytes.
+std::string GifWord(int value);
+
+// The graphic control extension, whole.
+std::string GifControlBlock(const GifControl& control);
+
+// The extension that has the animation shown `loops` times, 0 to 65535; 0 for ever.
+std::string GifLoopBlock(int loops);
