@@ -6,6 +6,7 @@
 #include <random>
 
 #include "gif/gif_anim_creator.h"
+#include "gif/gif_blocks.h"
 #include "log/working_folders.h"
 #include "platform/files.h"
 #include "platform/gdiplus.h"
@@ -80,7 +81,7 @@ class GifFixture : public LogFixture {
 
 // Two colours, 2x1 pixels 0 and 1 as the codes CLEAR 0 1 EOI of three bits: 0x44, 0x0A.
 const std::string kColours = Bytes({10, 20, 30, 40, 50, 60});
-const std::string kScreen = Bytes({2, 0, 1, 0, 0xF0, 1, 7});
+const std::string kScreen = Bytes({3, 0, 3, 0, 0xF0, 1, 7});
 const std::string kImage = "," + Bytes({1, 0, 2, 0, 2, 0, 1, 0});
 const std::string kData = Bytes({2, 2, 0x44, 0x0A});
 const std::string kControl = Bytes({0x21, 0xF9, 4, 8, 1, 0, 0, 0});
@@ -89,9 +90,81 @@ const std::string kNoImage = "GIF_Read_Header: Unexpected End of File\n";
 const std::string kBrokenOff = "EOF in data stream\n";
 const std::string kFrame = GifOfPixels(2, 2, 2, Bytes({0, 1, 2, 3}));
 
+TEST(GifBlocks, FirstFaultOfAFile) {
+  const std::string start = "GIF87a" + kScreen + kColours;
+  const std::string image = kImage + Bytes({0}) + kData + Bytes({0});
+  const struct {
+    std::string file;
+    GifFault fault;
+    std::size_t images;
+  } cases[] = {
+      {"GIF88a" + start.substr(6) + image + ";", GifFault::kNoGif, 0},
+      {"GIF87a" + Bytes({0, 0, 1, 0, 0, 0, 0, ';'}), GifFault::kNoScreen, 0},
+      {"GIF87a" + Bytes({1, 0, 0, 0, 0, 0, 0, ';'}), GifFault::kNoScreen, 0},
+      {start, GifFault::kCut, 0},
+      {start + ";", GifFault::kNoImage, 0},
+      {start + image + image + ";,", GifFault::kNone, 2},
+      {start + image + Bytes({0}) + ";", GifFault::kUnknownBlock, 1},
+      {start + "," + Bytes({0, 0, 0, 0, 0, 0, 1, 0, 0}) + kData, GifFault::kEmptyImage, 0},
+      {start + "," + Bytes({0, 0, 0, 0, 1, 0, 0, 0, 0}) + kData, GifFault::kEmptyImage, 0},
+      {start + "," + Bytes({2, 0, 2, 0, 2, 0, 1, 0, 0}) + kData, GifFault::kImageOutsideScreen, 0},
+      {start + "," + Bytes({1, 0, 3, 0, 2, 0, 1, 0, 0}) + kData, GifFault::kImageOutsideScreen, 0},
+      {start + kImage + Bytes({0, 1, 0}), GifFault::kCodeSize, 0},
+      {start + kImage + Bytes({0, 9, 0}), GifFault::kCodeSize, 0},
+      {start + kImage + Bytes({0, 8, 0}), GifFault::kNoData, 0},
+  };
+  for (const auto& test : cases) {
+    const GifBlocks blocks = ReadGifBlocks(test.file);
+    EXPECT_EQ(blocks.fault, test.fault) << testing::PrintToString(test.file);
+    EXPECT_EQ(blocks.images.size(), test.images) << testing::PrintToString(test.file);
+  }
+}
+
+TEST(GifBlocks, WhatAFileHoldsInAnyPieces) {
+  // Separators and trailers where they mean nothing; controls that another extension, a second one
+  // and an image end.
+  const std::string local = Bytes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+  const std::string data = Bytes({3, 2, ';', ',', 1, '!', 0});
+  const std::string file = "GIF89a" + kScreen + kColours + Bytes({'!', 0xFE, 2, ',', ';', 0}) +
+                           Bytes({'!', 0xF9, 4, 0x9D, ',', ';', 3, 0}) +
+                           Bytes({'!', 0xFF, 0, '!', 0xF9, 3, 1, 1, 1, 0}) + kImage +
+                           Bytes({0xC1}) + local + data + kImage + Bytes({0}) + data + ";";
+  for (std::size_t size = 0; size <= file.size(); ++size) {
+    std::string_view rest = std::string_view(file).substr(0, size);
+    const GifBlocks blocks = ReadGifBlocks([&](std::size_t) {
+      const std::string_view piece = rest.substr(0, 1 + size % 3);
+      rest.remove_prefix(piece.size());
+      return std::string(piece);
+    });
+    const std::size_t second = file.size() - 1 - data.size() - 10;
+    ASSERT_EQ(blocks.fault, size < 6                                    ? GifFault::kNoGif
+                            : size == file.size()                       ? GifFault::kNone
+                            : size == second || size == file.size() - 1 ? GifFault::kNoTrailer
+                                                                        : GifFault::kCut)
+        << size;
+    if (blocks.fault != GifFault::kNone) {
+      continue;
+    }
+    const auto part = [&](GifSpan span) { return file.substr(span.offset, span.size); };
+    EXPECT_EQ(std::pair(blocks.width, blocks.height), std::pair(3, 3));
+    EXPECT_EQ(part(blocks.colours), kColours);
+    const GifImage& image = blocks.images.at(0);
+    EXPECT_THAT((std::array{image.left, image.top, image.width, image.height, image.codeSize}),
+                ElementsAre(1, 2, 2, 1, 3));
+    EXPECT_TRUE(image.interlaced);
+    EXPECT_THAT((std::array{image.control.disposal, image.control.delay}),
+                ElementsAre(7, ',' + ';' * 256));
+    EXPECT_EQ(image.control.transparent, 3);
+    EXPECT_EQ(part(image.colours), local);
+    EXPECT_EQ(part(image.data), data);
+    EXPECT_EQ(blocks.images.at(1).colours.size, 0U);
+    EXPECT_EQ(blocks.images.at(1).control.transparent, std::nullopt);
+  }
+}
+
 TEST_F(GifFixture, OutputLayout) {
   const std::string start = "GIF87a" + kScreen + kColours;
-  const std::string noTable = "GIF87a" + Bytes({2, 0, 1, 0, 0x70, 1, 7});
+  const std::string noTable = "GIF87a" + Bytes({3, 0, 3, 0, 0x70, 1, 7});
   const std::string local = Bytes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
   const std::string end = Bytes({0});
   const std::string plain = start + Bytes({0x21, 0xFE, 1, 'x', 0}) + kImage + Bytes({0x60}) + kData;
@@ -138,7 +211,7 @@ TEST_F(GifFixture, SettingsShowInTheOutput) {
                 kLoop.substr(0, 16) + Bytes({4, 3, 0, ',', 6, 5, 7, 0, 2, 0, 1, 0, 0}) + kData +
                 Bytes({0}));
   EXPECT_EQ(errors_,
-            "Screen: 2x1x2 m=128 cres=7 bkgnd=1 pix=0\n"
+            "Screen: 3x3x2 m=128 cres=7 bkgnd=1 pix=0\n"
             "Transparent not matched fully, col #1 (40,50,60) used now\n"
             "Image: 2x1x2 m=0 i=0 pix=0 \n"
             "Clearing Table...\nIniting Table...Clearing Table...\nIniting Table...");
