@@ -6,7 +6,7 @@
 #include <random>
 
 #include "gif/gif_anim_creator.h"
-#include "gif/gif_blocks.h"
+#include "gif/gif_copier.h"
 #include "log/working_folders.h"
 #include "platform/files.h"
 #include "platform/gdiplus.h"
@@ -160,6 +160,72 @@ TEST(GifBlocks, WhatAFileHoldsInAnyPieces) {
     EXPECT_EQ(blocks.images.at(1).colours.size, 0U);
     EXPECT_EQ(blocks.images.at(1).control.transparent, std::nullopt);
   }
+}
+
+TEST(GifCopier, ShowsEachFrameAsItIsAlone) {
+  const auto gif = [](int screen, const std::string& colours, const std::string& blocks) {
+    return "GIF87a" + Bytes({3, 0, 3, 0, screen, 1, 7}) + colours + blocks;
+  };
+  const std::string whole = "," + Bytes({0, 0, 0, 0, 3, 0, 3, 0});
+  const std::string four = Bytes({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+  const std::string control = Bytes({'!', 0xF9, 4, 1, 9, 9, 1, 0});
+  // Interlaced, with bytes behind the end code; with a transparent colour; smaller than its screen.
+  const std::string full =
+      gif(0xF0, kColours, whole + Bytes({0x40}) + kData + Bytes({1, 5, 0, ';', 'x'}));
+  const std::string clear = gif(0xF0, kColours, control + whole + Bytes({0}) + kData + Bytes({0}));
+  const std::string small = gif(0x70, "", kImage + Bytes({0x81}) + four + kData + Bytes({0, ';'}));
+  const std::string later = gif(0xF1, four, whole + Bytes({0x80}) + kColours + kData + Bytes({0}));
+  // Expected: the size of the global table, then for each image its disposal and own table.
+  const struct {
+    std::vector<std::string> frames;
+    std::vector<std::size_t> expected;
+  } cases[] = {
+      {{full, full, later}, {6, 1, 0, 1, 0, 1, 0}},
+      {{later, gif(0xF1, four, full.substr(19)), full}, {12, 1, 6, 1, 0, 1, 6}},
+      {{clear, clear}, {6, 2, 0, 2, 0}},
+      {{full, clear, full, small}, {0, 2, 6, 1, 6, 2, 6, 1, 12}},
+      {{small, full}, {0, 1, 12, 2, 6}},
+  };
+  for (const auto& test : cases) {
+    std::string made;
+    GifCopier copier([&](std::string_view bytes) { made += bytes; });
+    for (const std::string& frame : test.frames) {
+      EXPECT_EQ(copier.Expect(ReadGifBlocks(frame)), GifRefusal::kNone);
+    }
+    for (const std::string& frame : test.frames) {
+      copier.Append(frame, ReadGifBlocks(frame), 0x203);
+    }
+    copier.Finish();
+    const GifBlocks blocks = ReadGifBlocks(made);
+    ASSERT_EQ(blocks.fault, GifFault::kNone);
+    ASSERT_EQ(blocks.images.size(), test.frames.size());
+    EXPECT_THAT(made, StartsWith("GIF89a" + Bytes({3, 0, 3, 0})));
+    EXPECT_EQ(made.substr(13 + blocks.colours.size, 19), kLoop);
+    std::vector<std::size_t> found = {blocks.colours.size};
+    for (std::size_t index = 0; index < blocks.images.size(); ++index) {
+      const std::string& frame = test.frames[index];
+      const GifBlocks own = ReadGifBlocks(frame);
+      // The bytes between table and data, and which colours and data these are.
+      const auto shown = [](const std::string& file, const GifBlocks& in, const GifImage& image) {
+        const GifSpan& colours = image.colours.size != 0 ? image.colours : in.colours;
+        return std::tuple(image.left, image.top, image.width, image.height, image.interlaced,
+                          image.control.transparent, file.substr(colours.offset, colours.size),
+                          file.substr(image.data.offset, image.data.size));
+      };
+      EXPECT_EQ(shown(made, blocks, blocks.images[index]), shown(frame, own, own.images[0]));
+      EXPECT_EQ(blocks.images[index].control.delay, 0x203);
+      found.push_back(static_cast<std::size_t>(blocks.images[index].control.disposal));
+      found.push_back(blocks.images[index].colours.size);
+    }
+    EXPECT_EQ(found, test.expected);
+  }
+
+  GifCopier copier([](std::string_view) {});
+  EXPECT_EQ(copier.Expect(ReadGifBlocks("")), GifRefusal::kNotOneImage);
+  EXPECT_EQ(copier.Expect(ReadGifBlocks(gif(0x70, "", whole + Bytes({0}) + kData + Bytes({0})))),
+            GifRefusal::kNoColours);
+  EXPECT_EQ(copier.Expect(ReadGifBlocks(full)), GifRefusal::kNone);
+  EXPECT_EQ(copier.Expect(ReadGifBlocks(kFrame)), GifRefusal::kOtherSize);
 }
 
 TEST_F(GifFixture, OutputLayout) {
