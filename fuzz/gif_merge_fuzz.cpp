@@ -1,5 +1,6 @@
 // Feeds arbitrary bytes to the GIF merger as one to four files and compares what it puts out and
-// what it says with the literal steps. The first byte of the input gives the number of files.
+// what it says with the literal steps. The first byte of the input gives the number of files, and
+// which of them are placed where the last free one was.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -54,6 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto literal = std::make_unique<LiteralMerger>();
   for (std::size_t index = 0; index < files && !literal->ended; ++index) {
     const std::string_view file = bytes.substr(std::min(index * each, bytes.size()), each);
+    literal->fixedPosition = merger->settings.fixedPosition = (data[0] >> (4 + index) & 1) != 0;
     literal->Append(std::string(file), index == 0);
     const GifFrameResult result = merger->AppendBytes(file, output.Get(), index == 0);
     if ((result == GifFrameResult::kBrokenOff) != literal->ended) {

@@ -33,8 +33,10 @@ using testing::internal::GetCapturedStderr;
 class GifFixture : public LogFixture {
  protected:
   // Has a new merger with the settings append files one after the other, the first with the first
-  // flag, until one breaks off. Returns what went to the output.
-  std::string Merge(const std::vector<std::string>& files, GifSettings settings = {}) {
+  // flag, until one breaks off. With `fixed` it says which frames are fixed to x and y. Returns
+  // what went to the output.
+  std::string Merge(const std::vector<std::string>& files, GifSettings settings = {},
+                    const std::vector<bool>& fixed = {}) {
     const auto merger = std::make_unique<GifMerger>();
     results_.clear();
     {
@@ -43,6 +45,9 @@ class GifFixture : public LogFixture {
       merger->settings = settings;
       merger->settings.messages = messages.get();
       for (const std::string& file : files) {
+        if (!fixed.empty()) {
+          merger->settings.fixedPosition = fixed[results_.size()];
+        }
         results_.push_back(merger->AppendBytes(file, output.get(), results_.empty()));
         if (results_.back() == GifFrameResult::kBrokenOff) {
           break;
@@ -360,8 +365,12 @@ std::string RandomFile(std::mt19937& random) {
     made = code == clear ? clear + 2 : std::min(made + 1, size == 12 ? 8191U : 4095U);
   }
   const std::string data = SubBlocks(PackCodes(codes), 1 + upTo(254));
-  const std::string file =
-      GifAround(static_cast<int>(upTo(7)), size, data + std::string(upTo(9), '\1'));
+  const unsigned sizeField = upTo(7);
+  std::string file =
+      GifAround(static_cast<int>(sizeField), size, data + std::string(upTo(9), '\1'));
+  for (unsigned place = 14 + (6U << sizeField), end = place + 4; place < end; ++place) {
+    file[place] = static_cast<char>(random());
+  }
   return upTo(4) == 0 ? file.substr(0, upTo(static_cast<unsigned>(file.size()))) : file;
 }
 
@@ -372,11 +381,14 @@ TEST_F(GifFixture, RandomFilesGiveWhatTheLiteralStepsGive) {
   for (int round = 0; round < 400; ++round) {
     const auto literal = std::make_unique<LiteralMerger>();
     std::vector<std::string> files;
+    std::vector<bool> fixed;
     do {
       files.push_back(RandomFile(random));
+      fixed.push_back(random() % 2 == 0);
+      literal->fixedPosition = fixed.back();
       literal->Append(files.back(), files.size() == 1);
     } while (!literal->ended && files.size() < 4);
-    ASSERT_EQ(Merge(files), literal->output) << round;
+    ASSERT_EQ(Merge(files, {}, fixed), literal->output) << round;
     ASSERT_EQ(errors_, literal->messages) << round;
     ASSERT_EQ(results_.back() == GifFrameResult::kBrokenOff, literal->ended) << round;
     circles += literal->messages.find("Sending") != std::string::npos ? 1 : 0;

@@ -81,9 +81,12 @@ void GifMerger::ReadScreenHeader(bool first) {
 }
 
 void GifMerger::ReadImageDescriptor(bool first) {
-  for (const int fixed : {settings.x, settings.y}) {
+  for (int* const place : {&settings.x, &settings.y}) {
     const int own = ReadWord(false);
-    WriteWord(settings.fixedPosition ? fixed : own);
+    if (!settings.fixedPosition) {
+      *place = own;
+    }
+    WriteWord(*place);
   }
   const int width = ReadWord(true);
   const int height = ReadWord(true);

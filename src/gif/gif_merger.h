@@ -10,17 +10,19 @@
 #include "gif/gif_input.h"
 #include "gif/lzw_follower.h"
 
-// What is the same for all frames.
+// How the frames to come are written, until the caller or, for x and y, a frame changes it.
 struct GifSettings {
   // What becomes of a frame before the next one is drawn: 2 restores the background.
   int disposal = 2;
   // How often the animation is repeated, 0 for ever; a negative value leaves the loop out.
   int loops = 0;
-  // How long a frame stands, in hundredths of a second, 0 to 65535.
+  // How long a frame stands, in hundredths of a second, 0 to 65535. A negative value, where there
+  // is no transparent colour either, leaves the graphic control extension out.
   int delay = 1;
-  // The transparent colour, red + green * 2^8 + blue * 2^16, or -1 for none.
+  // The transparent colour, red + green * 2^8 + blue * 2^16, or a negative value for none.
   int transparent = -1;
-  // With the fixed position every frame is placed at x, y instead of where its own file has it.
+  // With the fixed position every frame is placed at x, y; without it where its own file has it,
+  // and x, y become that place.
   bool fixedPosition = false;
   int x = 0;
   int y = 0;
@@ -44,11 +46,11 @@ enum class GifFrameResult {
   kBrokenOff,
 };
 
-// Frames are merged and not encoded again: what each frame's own GIF holds as compressed data is
-// copied byte for byte, and only the blocks between the frames are written here. The caller opens
-// the output for binary writing, appends frame after frame and writes the trailer ";" itself. The
-// output is not checked for errors. Tables and buffers are part of the object (about 80 KB), so
-// that nothing is allocated for a frame.
+// Frames are merged and not encoded again: what each frame's own GIF holds as compressed data, up
+// to the code that ends it, is copied byte for byte, its colours come along, and only what stands
+// around them is written here. The caller opens the output for binary writing, appends frame after
+// frame and writes the trailer ";" itself. The output is not checked for errors. Tables and buffers
+// are part of the object (about 80 KB).
 class GifMerger {
  public:
   GifSettings settings;

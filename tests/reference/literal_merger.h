@@ -1,5 +1,6 @@
 // What appending GIF files has to give, worked out step by step and byte by byte, at any cost.
-// Stands in for the GIF creator with its settings at rest; files, output and messages are strings.
+// Stands in for the GIF creator, its other settings at rest; files, output and messages are
+// strings.
 #pragma once
 
 #include <algorithm>
@@ -33,7 +34,13 @@ class LiteralMerger {
       return;
     }
     output += ',';
-    Header(8, true);
+    for (int* const place : {&x, &y}) {
+      const int low = Header(1, false);
+      const int own = low | Header(1, false) << 8;
+      *place = fixedPosition ? *place : own;
+      output += Bytes({*place, *place >> 8});
+    }
+    Header(4, true);
     const int image = Header(1, false);
     output += Bytes({(image & 0xF8) | (screen & 7) | (first ? 0 : 0x80)});
     if ((image & 0x80) != 0) {
@@ -51,6 +58,8 @@ class LiteralMerger {
   }
 
   int delay = 1;
+  bool fixedPosition = false;
+  int x = 0, y = 0;
   std::string output;
   std::string messages;
   // Whether image data broke off, which ends everything.
