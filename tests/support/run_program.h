@@ -15,6 +15,7 @@ struct ProgramResult {
 };
 
 // Runs `program` with `arguments` in the folder `folder`, standard input at its end, and waits for
-// it. Line ends in the result are "\n". The program gets this process's environment.
+// it. Line ends in the result are "\n". The program gets this process's environment. Throws
+// std::system_error when the system refuses to start it.
 ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& folder);
