@@ -13,5 +13,6 @@ void PrintMovieUsage();
 bool ParseCommandLineForAVI(int argc, char** argv);
 
 // Fills the GIF creator's settings and the own-images flag in the same way. The frame rate is its
-// one option; a rate above 30 becomes 16. Returns true always.
+// one option; a rate above 30 becomes 16. Returns true always. For callers of the GIF creator; the
+// console program makes a GIF as it makes a movie.
 bool ParseCommandLineForGIF(int argc, char** argv);

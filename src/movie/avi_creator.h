@@ -24,7 +24,8 @@ class k3dAviCreator {
   // Makes m_sOutputFile of the frame list as it stands (GetTheImages fills it) through Video for
   // Windows, without a converter: GDI+, which the caller has started, loads the frames, and a
   // dialog asks for the compressor. Then deletes the frames, whether or not a file came of it.
-  // Returns true always; throws nothing. Exists on Windows only.
+  // Returns true always; throws nothing. Exists on Windows only, for callers without a converter;
+  // the console program does not use it.
   bool CreateAVI_MS() const;
 
   // Fills the frame list from m_sInputFolder. Returns false when that gives no list of frames.
@@ -58,10 +59,13 @@ class k3dAviCreator {
   int m_nFrameRate = kDefaultFrameRate;
   // Multiplies the presentation time stamps: above 1 the movie is slower.
   float m_fSizeFactor = 1.0F;
+  // Read by no operation, since the parameters of each format name its codec. Part of the fixed
+  // interface.
   CString m_sCodec = "msmpeg4v2";
   // The picture size of an MP4, in pixels.
   int m_nWidth = 640;
   int m_nHeight = 480;
+  // Set by the command line reader and read by no operation. Part of the fixed interface.
   bool m_bSettingsRead = true;
   // The last name that RenameTheImageFiles formed, whether or not that copy was made.
   CString m_sLastTempImage;

@@ -17,4 +17,5 @@ void LogOSVersion();
 bool GetVersionString(wchar_t* text, std::size_t capacity);
 
 // The process's current and peak memory use as a text; empty when the system does not give them.
+// Part of the fixed interface, for whoever measures a run; the programs do not call it.
 CString LogPeakMemoryUsage();

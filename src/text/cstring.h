@@ -16,7 +16,6 @@ class CString {
 
   int GetLength() const { return static_cast<int>(text_.size()); }
   bool IsEmpty() const { return text_.empty(); }
-  void Empty() { text_.clear(); }
 
   // The first, the last, or all characters from an index on. A count or index outside the text is
   // brought to its nearest end, so a negative count gives an empty text.

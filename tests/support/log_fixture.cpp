@@ -21,6 +21,6 @@ LogFixture::LogFixture() {
 }
 
 LogFixture::~LogFixture() {
-  g_tempRoot.Empty();
+  g_tempRoot = "";
   g_ownImages = false;
 }
