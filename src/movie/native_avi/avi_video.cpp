@@ -38,8 +38,8 @@ HRESULT MakeVideoStream(AviHandle& handle, const DIBSECTION& dib) {
   }
   AVISTREAMINFOA header = {};
   header.fccType = streamtypeVIDEO;
-  header.dwScale = handle.period;
-  header.dwRate = 1000;
+  header.dwScale = handle.frameRate.scale;
+  header.dwRate = handle.frameRate.rate;
   header.dwSuggestedBufferSize = dib.dsBmih.biSizeImage;
   header.rcFrame = {0, 0, dib.dsBm.bmWidth, dib.dsBm.bmHeight};
   IAVIStream* stream = nullptr;
