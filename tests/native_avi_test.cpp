@@ -131,6 +131,20 @@ TEST_F(NativeAviTest, FramesKeepTheirBytesAndTheHeaderTellsSizeAndRate) {
   }
 }
 
+TEST_F(NativeAviTest, ADecimalRateIsExactInTheHeaderOrRefused) {
+  const std::vector<std::tuple<const char*, DWORD, DWORD>> rates = {
+      {"0.0014", 7, 5000}, {"29.970", 2997, 100}, {"2147483647", 2147483647, 1}};
+  for (const auto& [decimal, rate, scale] : rates) {
+    AddVideoFrame(CreateAviFile(output_, ExactFrameRate(decimal).value(), nullptr).get(),
+                  MakeFrame(4, 4, 24, 1).get());
+    EXPECT_EQ(ReadAvi(output_).at(0).header.substr(20, 8),
+              LittleEndian(scale, 4) + LittleEndian(rate, 4));
+  }
+  for (const char* const refused : {"0.0", "2147483648", "0.000232", "18446744073709551632"}) {
+    EXPECT_FALSE(ExactFrameRate(refused)) << refused;
+  }
+}
+
 TEST_F(NativeAviTest, SoundStandsBesideTheFrames) {
   std::string path = temp_ / "sound.wav";
   const WAVEFORMATEX stereo = Stereo();
