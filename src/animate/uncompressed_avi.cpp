@@ -1,7 +1,7 @@
 // Uncompressed AVI files through the native AVI layer.
 #include "animate/uncompressed_avi.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "animate/failure.h"
 #include "movie/native_avi/frame_bitmap.h"
@@ -14,37 +14,29 @@ const bool kHasUncompressedAvi = true;
 
 namespace {
 
-// The AVI layer counts milliseconds a frame, which is too coarse for 16 frames a second.
-constexpr DWORD kRateScale = 1000;
-
 [[noreturn]] void FailToWrite(HRESULT result) {
   std::string text(200, '\0');
   text.resize(std::min(AviResultText(result, text.data(), text.size()), text.size() - 1));
   throw Failure("the animation cannot be written: " + text);
 }
 
-// Gives the file its video stream before the first frame would, with the exact rate.
-void MakeStream(AviHandle& avi, const Plan& plan) {
-  AVISTREAMINFOA header = {};
-  header.fccType = streamtypeVIDEO;
-  header.dwScale = kRateScale;
-  header.dwRate = static_cast<DWORD>(std::lround(plan.rate * kRateScale));
-  header.rcFrame = {0, 0, plan.size.width, plan.size.height};
-  IAVIStream* stream = nullptr;
-  if (const HRESULT result = AVIFileCreateStreamA(avi.file.get(), &stream, &header);
-      result != AVIERR_OK) {
-    FailToWrite(result);
+FrameRate RateOf(const Plan& plan) {
+  const std::optional<FrameRate> rate = ExactFrameRate(plan.rateText);
+  if (!rate) {
+    throw Failure(
+        "--rate: an uncompressed AVI cannot play exactly " + plan.rateText + " frames a second",
+        ExitStatus::kWrongUse);
   }
-  avi.videoStream.reset(stream);
+  return *rate;
 }
 
-void WriteFrames(const Plan& plan, const Staging& staging, const std::filesystem::path& target) {
-  std::unique_ptr<AviHandle> avi = CreateAviFile(platform::ArgumentOfPath(target).c_str(),
-                                                 FramePeriod(static_cast<int>(plan.rate)), nullptr);
+void WriteFrames(const Plan& plan, const Staging& staging, FrameRate rate,
+                 const std::filesystem::path& target) {
+  std::unique_ptr<AviHandle> avi =
+      CreateAviFile(platform::ArgumentOfPath(target).c_str(), rate, nullptr);
   if (!avi) {
     throw Failure("the animation cannot be written");
   }
-  MakeStream(*avi, plan);
   for (std::size_t number = 0; number < plan.shown.size(); ++number) {
     StopIfInterrupted();
     const std::string link = platform::ArgumentOfPath(staging.Link(number));
@@ -62,7 +54,7 @@ void WriteFrames(const Plan& plan, const Staging& staging, const std::filesystem
   }
 }
 
-Proven ProveAvi(const Plan& plan, const std::filesystem::path& target) {
+Proven ProveAvi(const Plan& plan, FrameRate rate, const std::filesystem::path& target) {
   const AviLibrary library;
   IAVIStream* opened = nullptr;
   if (AVIStreamOpenFromFileA(&opened, platform::ArgumentOfPath(target).c_str(), streamtypeVIDEO, 0,
@@ -72,18 +64,17 @@ Proven ProveAvi(const Plan& plan, const std::filesystem::path& target) {
   const OwnedAviStream stream(opened);
   AVISTREAMINFOA info = {};
   AVIStreamInfoA(stream.get(), &info, sizeof(info));
-  const double rate = static_cast<double>(info.dwRate) / std::max<double>(info.dwScale, 1);
   const auto count = static_cast<std::size_t>(std::max(AVIStreamLength(stream.get()), 0L));
   LONG size = 0;
   // The last picture has to be there, with all its bytes.
   const HRESULT last =
       AVIStreamRead(stream.get(), static_cast<LONG>(count) - 1, 1, nullptr, 0, &size, nullptr);
   const LONG wanted = plan.size.width * plan.size.height * 4;
-  if (count != plan.shown.size() || std::abs(rate - plan.rate) > 0.5 / kRateScale ||
+  if (count != plan.shown.size() || info.dwRate != rate.rate || info.dwScale != rate.scale ||
       last != AVIERR_OK || size != wanted) {
     throw Failure("the finished file is not whole");
   }
-  return {count, static_cast<double>(count) / rate, plan.size};
+  return {count, static_cast<double>(count) / plan.rate, plan.size};
 }
 
 }  // namespace
@@ -98,9 +89,10 @@ Proven MakeUncompressedAvi(const Plan& plan, const Staging& staging,
     throw Failure(
         "--without-converter: an uncompressed AVI of these frames would be larger than 2 GB");
   }
+  const FrameRate rate = RateOf(plan);
   const platform::GdiplusSession gdiplus;
-  WriteFrames(plan, staging, target);
-  return ProveAvi(plan, target);
+  WriteFrames(plan, staging, rate, target);
+  return ProveAvi(plan, rate, target);
 }
 
 }  // namespace animate
