@@ -4,9 +4,7 @@
 
 #include "text/cstring.h"
 
-// What the names of the movie creator's frame copies begin with, and the GIF creator's temporary
-// picture, which is such a name without a number.
-inline constexpr char kFrameCopyStart[] = "_console_qmbImgTemp_";
+// The GIF creator's temporary picture, named as a frame copy without a number.
 inline constexpr char kTemporaryGifName[] = "_console_qmbImgTemp_.gif";
 
 // Whether a bare name follows the pattern of the frames that the product's own viewer writes.

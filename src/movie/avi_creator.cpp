@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <exception>
-#include <limits>
 #include <optional>
 
 #include "frames/working_images.h"
@@ -12,6 +11,7 @@
 #include "platform/process.h"
 #include "platform/program.h"
 #include "text/file_name.h"
+#include "text/frame_copies.h"
 #include "text/number.h"
 
 namespace {
@@ -47,11 +47,6 @@ CString ZeroPadded(int number, int width) {
   CString text;
   text.Format("%0*d", width, number);
   return text;
-}
-
-// The MP4 encoder refuses odd sizes. The largest size has no even neighbour above it and stays.
-int RaisedToEven(int size) {
-  return size % 2 != 0 && size < std::numeric_limits<int>::max() ? size + 1 : size;
 }
 
 bool Exists(const CString& path) {

@@ -4,13 +4,7 @@
 #include <cstdarg>
 #include <cstdio>
 
-namespace {
-
-char ToLowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
+#include "text/lower_case.h"
 
 CString CString::Left(int count) const {
   return text_.substr(0, static_cast<std::size_t>(std::clamp(count, 0, GetLength())));
@@ -35,8 +29,7 @@ int CString::ReverseFind(char wanted) const {
 }
 
 bool CString::EqualsNoCase(const CString& other) const {
-  return std::equal(text_.begin(), text_.end(), other.text_.begin(), other.text_.end(),
-                    [](char a, char b) { return ToLowerAscii(a) == ToLowerAscii(b); });
+  return LowerCase(text_) == LowerCase(other.text_);
 }
 
 void CString::Format(const char* format, ...) {

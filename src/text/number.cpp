@@ -30,3 +30,7 @@ float ReadFloat(const CString& text) {
 CString IntToString(int number) {
   return std::to_string(number);
 }
+
+int RaisedToEven(int number) {
+  return number % 2 != 0 && number < std::numeric_limits<int>::max() ? number + 1 : number;
+}

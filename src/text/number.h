@@ -1,4 +1,4 @@
-// Numbers read from text and written to it.
+// Numbers: read from text, written to it, and made even.
 #pragma once
 
 #include "text/cstring.h"
@@ -15,3 +15,7 @@ float ReadFloat(const CString& text);
 
 // The decimal text of a number, without padding or leading zeros.
 CString IntToString(int number);
+
+// `number`, or the even number after it when it is odd: many encoders refuse odd sizes. The largest
+// number has none after it and stays.
+int RaisedToEven(int number);
