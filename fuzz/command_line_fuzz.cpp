@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/posix/command_line_splitter.h"
+#include "platform/linux/command_line_splitter.h"
 
 namespace {
 

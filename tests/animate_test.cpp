@@ -7,8 +7,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "animate/failure.h"
-#include "animate/sequence.h"
+#include "animate/options.h"
+#include "film/failure.h"
 #include "tests/support/gif_builder.h"
 #include "tests/support/run_program.h"
 #include "tests/support/temp_folder.h"
@@ -161,82 +161,6 @@ class AnimateTest : public testing::Test {
   Frames filled_;
 };
 
-// --- Which images are a sequence, and in which order ---------------------------------------------
-
-TEST(AnimateSequence, OrdersByNumbersAndFindsWhatIsMissing) {
-  const std::string longOne = "12345678901234567890123456789";
-  const struct {
-    Words names;
-    Words order;
-    std::vector<std::size_t> gaps;
-    std::size_t doubles;
-    std::size_t leftOut;
-  } kCases[] = {
-      {{"10.png", "9.png", "8.png"}, {"8.png", "9.png", "10.png"}, {}, 0, 0},
-      {{"f0.png", "f30.png", "f10.png", "f20.png"},
-       {"f0.png", "f10.png", "f20.png", "f30.png"},
-       {},
-       0,
-       0},
-      {{"f1.png", "f2.png", "f3.png", "f7.png"},
-       {"f1.png", "f2.png", "f3.png", "f7.png"},
-       {3},
-       0,
-       0},
-      {{"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"},
-       {"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"},
-       {1},
-       0,
-       0},
-      {{"A2.JPG", "a1.jpeg", "a3.jpg", "a.jpg", "b1.jpg"},
-       {"a1.jpeg", "A2.JPG", "a3.jpg"},
-       {},
-       0,
-       2},
-      {{"a1.png", "a01.png", "a2.png"}, {"a01.png", "a1.png", "a2.png"}, {}, 1, 0},
-      {{longOne + "1.tif", longOne + "0.tiff", "9" + longOne + "0.tif"},
-       {longOne + "0.tiff", longOne + "1.tif", "9" + longOne + "0.tif"},
-       {},
-       0,
-       0},
-      {{"x0.25.png", "x0.50.png", "x1.00.png", "x.txt"},
-       {"x0.25.png", "x0.50.png", "x1.00.png"},
-       {},
-       0,
-       0},
-      {{"10-59-58.png", "10-59-59.png", "11-00-00.png"},
-       {"10-59-58.png", "10-59-59.png", "11-00-00.png"},
-       {},
-       0,
-       0},
-  };
-  for (const auto& c : kCases) {
-    const animate::Findings found =
-        animate::FindSequence({c.names.begin(), c.names.end()}, std::nullopt);
-    Words order;
-    for (const animate::NumberedName& frame : found.sequence) {
-      order.push_back(frame.name.string());
-    }
-    EXPECT_EQ(order, c.order);
-    std::vector<std::size_t> gaps;
-    for (const animate::Gap& gap : found.gaps) {
-      gaps.push_back(gap.count);
-    }
-    EXPECT_EQ(gaps, c.gaps) << c.names[0];
-    EXPECT_EQ(found.doubles.size(), c.doubles) << c.names[0];
-    EXPECT_EQ(found.leftOut.size(), c.leftOut) << c.names[0];
-  }
-}
-
-TEST(AnimateSequence, MeansTheFrameThatIsNamed) {
-  const std::vector<fs::path> names = {"a1.png", "a2.png", "b1.png", "b2.png", "logo.png"};
-  EXPECT_EQ(animate::FindSequence(names, "b2.png").sequence.front().name, "b1.png");
-  EXPECT_THROW(animate::FindSequence(names, std::nullopt), animate::Failure);
-  EXPECT_THROW(animate::FindSequence(names, "logo.png"), animate::Failure);
-  EXPECT_THROW(animate::FindSequence({"a1.png"}, std::nullopt), animate::Failure);
-  EXPECT_THROW(animate::FindSequence({}, std::nullopt), animate::Failure);
-}
-
 // --- Folders -----------------------------------------------------------------------------------
 
 TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
@@ -251,52 +175,59 @@ TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
     }
     return frames;
   };
-  Frames extra = numbered("x%d.png", 1, 9, "png");
-  extra.insert(extra.end(), {{"run.gif", Sample(50, "gif")}, {"logo.png", Sample(60, "png")}});
-  Frames two = numbered("small%d.png", 1, 5, "png");
-  for (auto& frame : numbered("large%d.png", 11, 19, "png")) {
-    two.push_back(frame);
-  }
-  Frames times;
-  for (int second = 55; second < 66; ++second) {
-    const std::string minute = second < 60 ? "10-59-" : "11-00-0";
-    times.emplace_back("at " + minute + std::to_string(second % 60) + ".png",
-                       Sample(second, "png"));
-  }
   const struct {
     Frames frames;
     int first;
-    // How many of the images are left out.
-    std::size_t others = 0;
   } kCases[] = {
       {numbered("frame_%d.png", 1, 120, "png"), 1},
-      {numbered("%d.bmp", 1, 120, "bmp"), 1},
-      {numbered("%04d.png", 1, 1201, "png"), 1},
-      {numbered("Screenshot (%d).png", 5, 12, "png"), 5},
-      {numbered("%03d_temp.tif", 1, 12, "tiff"), 1},
-      {numbered("DSC%05d.JPG", 95, 104, "jpg"), 95},
-      {numbered("100%% of %d's.png", 8, 12, "png"), 8},
-      {numbered("\xE6\x97\xA5\xE6\x9C\xAC%d.png", 8, 12, "png"), 8},
-      {numbered("\xD0\xBA\xD0\xB0\xD0\xB4\xD1\x80%d.png", 8, 12, "png"), 8},
-      {numbered("e\xCC\x81tude%d.png", 8, 12, "png"), 8},
-      {numbered("t0.%02d.png", 8, 12, "png"), 8},
+      {numbered("%d.bmp", 8, 12, "bmp"), 8},
+      {numbered("%03d_temp.tif", 8, 12, "tiff"), 8},
+      {numbered("DSC%05d.JPG", 98, 101, "jpg"), 98},
       {numbered("%d.gif", 8, 12, "gif"), 8},
-      {extra, 1, 2},
-      {two, 11, 5},
-      {times, 55},
+      {numbered("100%% of (%d)'s.png", 8, 12, "png"), 8},
+      {numbered("\xE6\x97\xA5\xE6\x9C\xAC e\xCC\x81 \xD0\xBA%d.png", 8, 12, "png"), 8},
   };
   for (const auto& c : kCases) {
     Fill(c.frames);
     const ProgramResult result = Run({"out.apng", "--overwrite"});
     ASSERT_EQ(result.exitStatus, 0) << c.frames[0].first << result.errors;
     const std::vector<int> levels = Levels("out.apng");
+    ASSERT_EQ(levels.size(), c.frames.size()) << c.frames[0].first;
     for (std::size_t index = 0; index < levels.size(); ++index) {
-      ASSERT_EQ(levels[index], (c.first + static_cast<int>(index)) % kSamples) << c.frames[0].first;
+      ASSERT_EQ(levels[index], c.first + static_cast<int>(index)) << c.frames[0].first;
     }
-    EXPECT_THAT(result.output, HasSubstr("out.apng: " + std::to_string(levels.size()) + " frames"));
-    EXPECT_EQ(levels.size(), c.frames.size() - c.others) << c.frames[0].first;
     EXPECT_THAT(output_.Names(), ElementsAre("out.apng"));
   }
+}
+
+TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
+  Frames frames = {{"logo.jpg", "no matter"}, {"old_1.gif", ""}, {"old_2.gif", ""}};
+  for (const char* name : {"f01.png", "f1.png", "f2.png", "f5.png", "f6.png", "f8.png", "f9.png"}) {
+    frames.emplace_back(name, Sample(1, "png"));
+  }
+  Fill(frames);
+  const std::string findings =
+      "frames: f01.png to f9.png, 7 frames\n"
+      "missing: 3 numbers: 3 to 4 (after f2.png), 7 (after f6.png)\n"
+      "twice: 1 number, each is a frame: f1.png (after f01.png)\n"
+      "left out: old_1.gif to old_2.gif (2), logo.jpg\n";
+  const ProgramResult list = Run({"--list", "--fill-gaps"});
+  EXPECT_EQ(list.exitStatus, 0);
+  EXPECT_EQ(list.errors, findings);
+  std::string paths;
+  for (const char* name : {"f01", "f1", "f2", "f2", "f2", "f5", "f6", "f6", "f8", "f9"}) {
+    paths += (fs::path(frames_.Path()) / name).string() + ".png\n";
+  }
+  EXPECT_EQ(list.output, paths);
+
+  const ProgramResult made = Run({"out.mp4", "--fill-gaps", "-r", "2.5", "--size", "15x17"});
+  EXPECT_EQ(made.errors, findings + "making: " + (fs::path(output_.Path()) / "out.mp4").string() +
+                             ", 10 frames (3 of them held) at 2.5 frames a second, 16x18\n");
+  EXPECT_THAT(made.output,
+              testing::MatchesRegex("out.mp4: 10 frames, 4.0 s at 2.5 frames a second, "
+                                    "16x18, [0-9]+ (bytes|kB)\n"));
+  const ProgramResult quiet = Run({"out.mp4", "-q", "--overwrite"});
+  EXPECT_EQ(quiet.output + quiet.errors, "");
 }
 
 TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
@@ -360,57 +291,75 @@ TEST_F(AnimateTest, PicturesAreThoseOfTheConsoleProgram) {
 
 // --- Refusals ----------------------------------------------------------------------------------
 
-TEST_F(AnimateTest, WrongUseIsOneLine) {
+TEST(AnimateOptions, WrongUseIsOneLine) {
   const struct {
     Words arguments;
     const char* message;
   } kCases[] = {
-      {{"--bogus"}, "--bogus"},
-      {{"b.mp4", "c.mp4"}, "give the folder or one frame"},
-      {{"out.mp4", "--rate", "0"}, "--rate"},
-      {{"out.mp4", "--rate", "1001"}, "--rate"},
-      {{"out.mp4", "--rate", "1e1"}, "--rate"},
-      {{"out.gif", "--rate", "51"}, "faster than 50"},
-      {{"out.mp4", "--rate"}, "--rate"},
-      {{"out.mp4", "--size", "640"}, "--size"},
-      {{"out.txt"}, "does not end like"},
-      {{"out.mp4", "--contact-sheet", "sheet.jpg"}, ".png"},
+      {{"f", "--bogus"}, "--bogus"},
+      {{"f", "b.mp4", "c.mp4"}, "there are 3 paths"},
+      {{}, "FRAMES is missing"},
+      {{"f", ""}, "OUTPUT is empty"},
+      {{"f", "--rescue", "g"}, "--rescue takes its folder alone"},
+      {{"f", "out.mp4", "--rate", "0"}, "is not a number above 0"},
+      {{"f", "out.mp4", "--rate", "1001"}, "is not a number above 0"},
+      {{"f", "out.mp4", "--rate", "1e1"}, "is not a number above 0"},
+      {{"f", "out.mp4", "--rate", "1."}, "is not a number above 0"},
+      {{"f", "out.mp4", "--rate", "1", "--rate", "2"}, "--rate has to be given once"},
+      {{"f", "out.mp4", "--rate"}, "--rate has to be given once"},
+      {{"f", "out.gif", "--rate", "51"}, "faster than 50"},
+      {{"f", "out.swf", "--rate", "0.5"}, "slower than 1"},
+      {{"f", "out.mp4", "--size", "640"}, "is not WIDTHxHEIGHT"},
+      {{"f", "out.mp4", "--size", "0x9"}, "is not WIDTHxHEIGHT"},
+      {{"f", "out.mp4", "--size", "16385x1"}, "is not WIDTHxHEIGHT"},
+      {{"f", "out.txt"}, "does not end like"},
+      {{"f", "out.mp4", "--contact-sheet", "sheet.jpg"}, "does not end in .png"},
+      {{"f", "--contact-sheet", "s.png", "--without-converter"}, "needs the converter"},
+      {{"f", "--size", "9x9", "--without-converter"}, "needs the converter"},
   };
   for (const auto& c : kCases) {
-    const ProgramResult result = Run(c.arguments);
-    EXPECT_EQ(result.exitStatus, 2) << c.message;
-    EXPECT_THAT(result.errors, HasSubstr(c.message));
-    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << c.message;
+    try {
+      animate::ReadOptions(c.arguments);
+      ADD_FAILURE() << c.message;
+    } catch (const animate::Failure& failure) {
+      EXPECT_THAT(failure.what(), HasSubstr(c.message));
+      EXPECT_EQ(std::string(failure.what()).find('\n'), std::string::npos);
+      EXPECT_EQ(failure.Status(), animate::ExitStatus::kWrongUse);
+    }
   }
+  const ProgramResult result = RunProgram(TESSARA_ANIMATE, {"--bogus"}, ".");
+  EXPECT_EQ(result.exitStatus, 2);
+  EXPECT_THAT(result.errors, testing::StartsWith("TessaraAnimate: "));
+}
+
+TEST(AnimateOptions, LimitsAreInside) {
+  const animate::Options options = animate::ReadOptions(
+      {"f", "out.GIF", "-r", "50", "--size", "16384X1", "--contact-sheet", "s.PNG"});
+  EXPECT_EQ(options.rate.value, 50);
+  EXPECT_EQ(options.size, (animate::Size{16384, 1}));
+  EXPECT_EQ(options.output.filename(), "out.GIF");
+  EXPECT_EQ(animate::ReadOptions({"f", "-r", "0.25"}).rate.value, 0.25);
 }
 
 TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
   const std::string png = Sample(4, "png");
   std::string flipped = png;
   flipped[flipped.size() - 24] = static_cast<char>(~flipped[flipped.size() - 24]);
-  const auto with = [](int number, const std::string& content, const std::string& type = "png") {
+  const auto with = [](int number, const std::string& content) {
     Frames frames;
     for (int index = 1; index <= 9; ++index) {
-      frames.emplace_back("f" + std::to_string(index) + "." + type,
-                          index == number ? content : Sample(index, type));
+      frames.emplace_back("f" + std::to_string(index) + ".png",
+                          index == number ? content : Sample(index, "png"));
     }
     return frames;
   };
-  const auto cut = [](const std::string& content) { return content.substr(0, content.size() / 2); };
   const Frames good = with(0, "");
   const struct {
     Frames frames;
     Words arguments;
     const char* message;
   } kCases[] = {
-      {with(1, ""), {"out.mp4", "--overwrite"}, "\"f1.png\" is empty"},
-      {with(5, cut(png)), {"out.mp4", "--overwrite"}, "\"f5.png\" is cut"},
-      {with(9, cut(Sample(4, "jpg")), "jpg"), {"out.mp4", "--overwrite"}, "\"f9.jpg\" is cut"},
-      {with(9, cut(Sample(4, "gif")), "gif"), {"out.mp4", "--overwrite"}, "\"f9.gif\" is cut"},
-      {with(9, cut(Sample(4, "bmp")), "bmp"), {"out.mp4", "--overwrite"}, "\"f9.bmp\" is cut"},
-      {with(9, cut(Sample(4, "tiff")), "tiff"), {"out.mp4", "--overwrite"}, "\"f9.tiff\" is cut"},
-      {with(3, Sample(4, "jpg")), {"out.mp4", "--overwrite"}, "\"f3.png\" is a JPEG picture"},
-      {with(3, "text"), {"out.mp4", "--overwrite"}, "\"f3.png\" is no picture"},
+      {with(5, png.substr(0, png.size() / 2)), {"out.mp4", "--overwrite"}, "\"f5.png\" is cut"},
       {with(8, flipped), {"out.mp4", "--overwrite"}, "\"f8.png\" is damaged"},
       {{{"a1.png", png}, {"a2.png", png}, {"b1.png", png}, {"b2.png", png}},
        {"out.mp4", "--overwrite"},
@@ -420,6 +369,9 @@ TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
       {good, {"none/out.mp4"}, "cannot be found"},
       {good, {"out.mp4", "--overwrite", "--converter", "none"}, "is no file"},
       {good, {"out.mp4", "--overwrite", "--converter", "out.mp4"}, "cannot be started"},
+      {good,
+       {"out.mp4", "--overwrite", "--contact-sheet", frames_.Path() + "/f9.png"},
+       "f9.png\" is one of the frames"},
       {good, {"out.gif", "--without-converter"}, "only GIF frames"},
   };
   output_.Write("out.mp4", "old");

@@ -1,10 +1,10 @@
 // The entry of TessaraAnimate.
-#include <cstdio>
 #include <exception>
 
-#include "animate/failure.h"
 #include "animate/options.h"
+#include "animate/report.h"
 #include "animate/run.h"
+#include "film/failure.h"
 #include "platform/user.h"
 
 namespace {
@@ -13,20 +13,18 @@ animate::ExitStatus RunGuarded(int argc, char** argv) {
   try {
     const animate::Options options = animate::ReadOptions(platform::ProgramArguments(argc, argv));
     if (!options.textToShow.empty()) {
-      std::fputs(options.textToShow.c_str(), stdout);
+      animate::PrintText(options.textToShow);
     } else {
       animate::Run(options);
     }
     // Whoever reads the output has to get it whole, a list of frames above all.
-    if (std::fflush(stdout) != 0) {
-      throw animate::Failure("standard output cannot be written");
-    }
+    animate::FinishOutput();
     return animate::ExitStatus::kSuccess;
   } catch (const animate::Failure& failure) {
-    std::fprintf(stderr, "TessaraAnimate: %s\n", failure.what());
+    animate::PrintFailure(failure.what());
     return failure.Status();
   } catch (const std::exception& error) {
-    std::fprintf(stderr, "TessaraAnimate: %s\n", error.what());
+    animate::PrintFailure(error.what());
     return animate::ExitStatus::kFailure;
   }
 }

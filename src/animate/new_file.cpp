@@ -2,7 +2,8 @@
 
 #include <random>
 
-#include "animate/failure.h"
+#include "film/failure.h"
+#include "film/quoted.h"
 #include "platform/file_system.h"
 
 namespace animate {
@@ -17,24 +18,21 @@ NewFile::NewFile(const std::filesystem::path& place) : place_(place) {
   std::filesystem::path path =
       place.parent_path() / (&kStart[0] + std::to_string(random()) + std::to_string(random()));
   path += place.extension();
-  if (const std::string failure = platform::CreateEmptyFile(path); !failure.empty()) {
-    throw Failure("the folder \"" + platform::TextOfPath(place.parent_path()) +
-                  "\" cannot be written to: " + failure);
-  }
+  OrFail(platform::CreateEmptyFile(path),
+         "the folder " + Quoted(place.parent_path()) + " cannot be written to");
   path_ = path;
 }
 
 NewFile::~NewFile() {
   if (!path_.empty()) {
-    platform::DeleteOneFile(path_);
+    // Nothing can be done about one that stays.
+    static_cast<void>(platform::DeleteOneFile(path_));
   }
 }
 
 void NewFile::PutInPlace(bool replace) {
-  if (const std::string failure = platform::PutInPlace(path_, place_, replace); !failure.empty()) {
-    throw Failure("the finished file cannot take its place as \"" + platform::TextOfPath(place_) +
-                  "\": " + failure);
-  }
+  OrFail(platform::PutInPlace(path_, place_, replace),
+         "the finished file cannot take its place as " + Quoted(place_));
   path_.clear();
 }
 

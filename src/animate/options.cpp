@@ -5,8 +5,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "animate/failure.h"
-#include "platform/file_system.h"
+#include "film/failure.h"
+#include "film/quoted.h"
+#include "platform/paths.h"
+#include "text/lower_case.h"
 
 namespace animate {
 namespace {
@@ -46,7 +48,7 @@ Exit status: 0 the animation is in place and proven, 1 it is not, 2 wrong use, 1
   throw Failure(what, ExitStatus::kWrongUse);
 }
 
-double ReadRate(const std::string& text) {
+Rate ReadRate(const std::string& text) {
   const std::size_t point = std::min(text.find('.'), text.size());
   const auto isDigits = [](const std::string& part) {
     return !part.empty() && part.find_first_not_of("0123456789") == std::string::npos;
@@ -57,7 +59,7 @@ double ReadRate(const std::string& text) {
   if (!(rate > 0 && rate <= kHighestRate)) {
     WrongUse("--rate: \"" + text + "\" is not a number above 0 up to 1000");
   }
-  return rate;
+  return {text, rate};
 }
 
 Size ReadSize(const std::string& text) {
@@ -95,10 +97,10 @@ void CheckRate(const Options& options) {
     WrongUse("--rate: a " + options.format->extension + " file cannot play " + how + " than " +
              &text[0] + " frames a second");
   };
-  if (options.rate > options.format->highestRate) {
+  if (options.rate.value > options.format->highestRate) {
     refuse("faster", options.format->highestRate);
   }
-  if (options.rate < options.format->lowestRate) {
+  if (options.rate.value < options.format->lowestRate) {
     refuse("slower", options.format->lowestRate);
   }
 }
@@ -130,38 +132,41 @@ void TakePaths(const std::vector<std::string>& paths, Options& options) {
     options.format = FindFormat(Extension(options.output));
     if (options.format == nullptr) {
       WrongUse(
-          "OUTPUT: \"" + platform::TextOfPath(options.output.filename()) +
-          "\" does not end like one of the formats: .mp4 .mov .webm .gif .apng .avi .wmv .flv .swf");
+          "OUTPUT: " + Quoted(options.output.filename()) +
+          " does not end like one of the formats: .mp4 .mov .webm .gif .apng .avi .wmv .flv .swf");
     }
     CheckRate(options);
   }
 }
 
-}  // namespace
-
-Options ReadOptions(const std::vector<std::string>& arguments) {
-  Options options;
+// The words of the command line that are read further.
+struct Given {
   std::vector<std::string> paths;
-  std::string rate, size, contactSheet, converter, rescue;
+  std::optional<std::string> rate, size, contactSheet, converter, rescue;
   bool help = false;
   bool version = false;
+};
+
+// Sorts the words; flags go straight to the options.
+Given Parse(const std::vector<std::string>& arguments, Options& options) {
+  Given given;
   CLI::App app;
   app.allow_windows_style_options(false);
   app.set_help_flag();
-  app.add_option("paths", paths);
-  app.add_option("-r,--rate", rate);
-  app.add_option("--size", size);
-  app.add_option("--contact-sheet", contactSheet);
-  app.add_option("--converter", converter);
-  app.add_option("--rescue", rescue);
+  app.add_option("paths", given.paths);
+  app.add_option("-r,--rate", given.rate);
+  app.add_option("--size", given.size);
+  app.add_option("--contact-sheet", given.contactSheet);
+  app.add_option("--converter", given.converter);
+  app.add_option("--rescue", given.rescue);
   app.add_flag("--overwrite", options.overwrite);
   app.add_flag("--list", options.list);
   app.add_flag("--fill-gaps", options.fillGaps);
   app.add_flag("--without-converter", options.withoutConverter);
   app.add_flag("--delete-frames", options.deleteFrames);
   app.add_flag("-q,--quiet", options.quiet);
-  app.add_flag("-h,--help", help);
-  app.add_flag("--version", version);
+  app.add_flag("-h,--help", given.help);
+  app.add_flag("--version", given.version);
   try {
     // The library takes the words from the back.
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
@@ -171,31 +176,42 @@ Options ReadOptions(const std::vector<std::string>& arguments) {
   } catch (const CLI::ParseError& error) {
     WrongUse(OneLine(error.what()));
   }
-  if (help || version) {
-    options.textToShow = help ? &kHelp[0] : "TessaraAnimate " TESSARA_VERSION "\n";
+  return given;
+}
+
+std::filesystem::path ReadContactSheet(const std::string& text) {
+  std::filesystem::path sheet = ReadPath(text, "--contact-sheet");
+  if (LowerCase(Extension(sheet)) != "png") {
+    WrongUse("--contact-sheet: \"" + text + "\" does not end in .png");
+  }
+  return sheet;
+}
+
+}  // namespace
+
+Options ReadOptions(const std::vector<std::string>& arguments) {
+  Options options;
+  const Given given = Parse(arguments, options);
+  if (given.help || given.version) {
+    options.textToShow = given.help ? &kHelp[0] : "TessaraAnimate " TESSARA_VERSION "\n";
     return options;
   }
-  if (app.count("--rate") != 0) {
-    options.rateText = rate;
-    options.rate = ReadRate(rate);
+  if (given.rate) {
+    options.rate = ReadRate(*given.rate);
   }
-  if (app.count("--size") != 0) {
-    options.size = ReadSize(size);
+  if (given.size) {
+    options.size = ReadSize(*given.size);
   }
-  if (app.count("--contact-sheet") != 0) {
-    options.contactSheet = ReadPath(contactSheet, "--contact-sheet");
-    const std::string extension = Extension(options.contactSheet);
-    if (extension != "png" && extension != "PNG") {
-      WrongUse("--contact-sheet: \"" + contactSheet + "\" does not end in .png");
-    }
+  if (given.contactSheet) {
+    options.contactSheet = ReadContactSheet(*given.contactSheet);
   }
-  if (app.count("--converter") != 0) {
-    options.converter = ReadPath(converter, "--converter");
+  if (given.converter) {
+    options.converter = ReadPath(*given.converter, "--converter");
   }
-  if (app.count("--rescue") != 0) {
-    options.rescue = ReadPath(rescue, "--rescue");
+  if (given.rescue) {
+    options.rescue = ReadPath(*given.rescue, "--rescue");
   }
-  TakePaths(paths, options);
+  TakePaths(given.paths, options);
   if (options.withoutConverter && !options.contactSheet.empty()) {
     WrongUse("--contact-sheet needs the converter");
   }

@@ -6,16 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "animate/format.h"
+#include "film/format.h"
+#include "film/rate.h"
+#include "film/size.h"
 
 namespace animate {
-
-struct Size {
-  int width = 0;
-  int height = 0;
-
-  bool operator==(const Size&) const = default;
-};
 
 struct Options {
   // The folder of the frames, or one of them; from the root on, as all paths here are.
@@ -23,13 +18,11 @@ struct Options {
   // Empty when it was left out.
   std::filesystem::path output;
   const Format* format = FindFormat("mp4");
-  // These four are empty when they are not asked for.
+  // These three are empty when they are not asked for.
   std::filesystem::path contactSheet;
   std::filesystem::path converter;
   std::filesystem::path rescue;
-  // Frames a second: the text as it was given, a decimal number, and its value.
-  std::string rateText = "16";
-  double rate = 16;
+  Rate rate;
   // Nothing for the frames' own.
   std::optional<Size> size;
   bool overwrite = false;

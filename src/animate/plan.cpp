@@ -2,8 +2,13 @@
 
 #include <algorithm>
 
-#include "animate/failure.h"
-#include "animate/picture.h"
+#include "animate/uncompressed_avi.h"
+#include "film/failure.h"
+#include "film/image_type.h"
+#include "film/interruption.h"
+#include "film/quoted.h"
+#include "picture/picture.h"
+#include "text/number.h"
 
 namespace animate {
 namespace {
@@ -26,53 +31,80 @@ fs::path ChooseOutput(const Options& options, const fs::path& folder) {
   return output += "." + options.format->extension;
 }
 
-std::string Quoted(const fs::path& path) {
-  return "\"" + platform::TextOfPath(path) + "\"";
+Way ChooseWay(const Options& options, const std::string& frameType) {
+  if (!options.withoutConverter) {
+    return Way::kConverter;
+  }
+  if (options.format->extension == "gif" && frameType == "gif") {
+    return Way::kMergedGifs;
+  }
+  if (options.format->extension == "avi" && kHasUncompressedAvi) {
+    return Way::kUncompressedAvi;
+  }
+  throw Failure(kHasUncompressedAvi
+                    ? "--without-converter: only GIF frames can become a GIF, and any frames an AVI"
+                    : "--without-converter: only GIF frames can become a GIF");
 }
 
-// Whether something may be written to `path`; the same rules for the animation and for the sheet.
-void CheckTarget(const fs::path& path, const Plan& plan) {
-  const platform::FileStatus status = platform::QueryStatus(path);
+// The frames of a film, and what looking at them has shown.
+struct LookedAt {
+  std::vector<Frame> frames;
+  Size size;
+  bool hasSeveralSizes = false;
+};
+
+LookedAt LookAtFrames(const fs::path& folder, const Sequence& sequence) {
+  LookedAt all;
+  for (const NumberedName& name : sequence) {
+    StopIfInterrupted();
+    fs::path path = folder / name.name;
+    const Picture picture = LookAtPicture(path);
+    if (all.frames.empty()) {
+      all.size = picture.size;
+    }
+    all.hasSeveralSizes = all.hasSeveralSizes || picture.size != all.size;
+    all.frames.push_back({std::move(path), picture.status});
+  }
+  return all;
+}
+
+Size FilmSize(const Options& options, Size frameSize) {
+  const Size size = options.size.value_or(frameSize);
+  return options.format->needsEvenSides ? Size{RaisedToEven(size.width), RaisedToEven(size.height)}
+                                        : size;
+}
+
+Film MakeFilm(const Options& options, const fs::path& folder, const Findings& found) {
+  LookedAt looked = LookAtFrames(folder, found.sequence);
+  return {.frames = std::move(looked.frames),
+          .shown = ShownFrames(found, options.fillGaps),
+          .frameType = ImageType(found.sequence.front().name),
+          .frameSize = looked.size,
+          .hasSeveralSizes = looked.hasSeveralSizes,
+          .format = options.format,
+          .rate = options.rate,
+          .size = FilmSize(options, looked.size)};
+}
+
+// Throws a Failure when nothing may be written to `path`; the same rules for the animation and for
+// the sheet.
+void CheckTarget(const fs::path& path, const std::vector<Frame>& frames, bool replace) {
   if (platform::QueryStatus(path.parent_path()).kind != platform::FileKind::kFolder) {
     throw Failure("the folder " + Quoted(path.parent_path()) + " cannot be found");
   }
+  const platform::FileStatus status = platform::QueryStatus(path);
   if (status.kind == platform::FileKind::kMissing) {
     return;
   }
   if (status.kind != platform::FileKind::kFile) {
     throw Failure(Quoted(path) + " is there and is no file");
   }
-  if (std::any_of(plan.frames.begin(), plan.frames.end(), [&](const PlannedFrame& frame) {
-        return frame.status.identity == status.identity;
-      })) {
+  if (std::any_of(frames.begin(), frames.end(),
+                  [&](const Frame& frame) { return frame.status.identity == status.identity; })) {
     throw Failure(Quoted(path) + " is one of the frames");
   }
-  if (!plan.replace) {
+  if (!replace) {
     throw Failure(Quoted(path) + " exists already; --overwrite replaces it");
-  }
-}
-
-int RaisedToEven(int side) {
-  return side + side % 2;
-}
-
-Size AnimationSize(const Plan& plan, const Options& options) {
-  Size size = options.size.value_or(plan.frameSize);
-  if (plan.format->needsEvenSides) {
-    size = {RaisedToEven(size.width), RaisedToEven(size.height)};
-  }
-  return size;
-}
-
-void LookAtFrames(Plan& plan) {
-  for (PlannedFrame& frame : plan.frames) {
-    StopIfInterrupted();
-    const auto [size, status] = LookAtPicture(frame.path);
-    frame.status = status;
-    if (&frame == &plan.frames.front()) {
-      plan.frameSize = size;
-    }
-    plan.hasSeveralSizes = plan.hasSeveralSizes || size != plan.frameSize;
   }
 }
 
@@ -96,27 +128,21 @@ std::vector<std::size_t> ShownFrames(const Findings& found, bool fillGaps) {
 }
 
 Plan MakePlan(const Options& options, const fs::path& folder, const Findings& found) {
-  Plan plan;
-  plan.output = ChooseOutput(options, folder);
-  plan.format = options.format;
-  plan.contactSheet = options.contactSheet;
-  plan.replace = options.overwrite;
-  plan.rateText = options.rateText;
-  plan.rate = options.rate;
-  plan.shown = ShownFrames(found, options.fillGaps);
-  for (const NumberedName& frame : found.sequence) {
-    plan.frames.push_back({folder / frame.name, {}});
+  fs::path output = ChooseOutput(options, folder);
+  const Way way = ChooseWay(options, ImageType(found.sequence.front().name));
+  Film film = MakeFilm(options, folder, found);
+  if (way != Way::kConverter && film.hasSeveralSizes) {
+    throw Failure("--without-converter: the frames have several sizes and stay as they are");
   }
-  const std::string& pattern = found.sequence.front().pattern;
-  const std::string extension = pattern.substr(pattern.rfind('.') + 1);
-  plan.frameExtension = extension == "tif" ? "tiff" : extension;
-  LookAtFrames(plan);
-  plan.size = AnimationSize(plan, options);
-  CheckTarget(plan.output, plan);
-  if (!plan.contactSheet.empty()) {
-    CheckTarget(plan.contactSheet, plan);
+  CheckTarget(output, film.frames, options.overwrite);
+  if (!options.contactSheet.empty()) {
+    CheckTarget(options.contactSheet, film.frames, options.overwrite);
   }
-  return plan;
+  return {.film = std::move(film),
+          .way = way,
+          .output = std::move(output),
+          .contactSheet = options.contactSheet,
+          .replace = options.overwrite};
 }
 
 }  // namespace animate

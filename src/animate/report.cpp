@@ -1,12 +1,11 @@
 #include "animate/report.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <vector>
+#include <iterator>
 
-#include "platform/file_system.h"
-#include "platform/user.h"
+#include "film/failure.h"
+#include "platform/paths.h"
 
 namespace animate {
 namespace {
@@ -33,15 +32,21 @@ std::string FrameName(const Findings& found, std::size_t index) {
   return platform::TextOfPath(found.sequence[index].name);
 }
 
-std::string Duration(double seconds) {
-  const long whole = std::lround(std::min(seconds, 359999.0));
-  char text[32];
-  if (whole >= 3600) {
-    std::snprintf(&text[0], sizeof(text), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60,
-                  whole % 60);
-  } else {
-    std::snprintf(&text[0], sizeof(text), "%ld:%02ld", whole / 60, whole % 60);
+std::string Shown(Size size) {
+  return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
+// A size in bytes for people: "123 kB".
+std::string ShownBytes(std::uint64_t bytes) {
+  static constexpr const char* kUnits[] = {"bytes", "kB", "MB", "GB", "TB"};
+  auto size = static_cast<double>(bytes);
+  std::size_t unit = 0;
+  for (; size >= 999.5 && unit + 1 < std::size(kUnits); ++unit) {
+    size /= 1000;
   }
+  char text[32];
+  std::snprintf(&text[0], sizeof(text), size < 9.95 && unit > 1 ? "%.1f %s" : "%.0f %s", size,
+                kUnits[unit]);
   return &text[0];
 }
 
@@ -81,52 +86,46 @@ void PrintFindings(const Findings& found) {
   }
 }
 
-ProgressLine::ProgressLine(std::size_t total, bool isQuiet)
-    : total_(total), isShown_(!isQuiet && platform::ErrorsGoToTerminal()) {
-  Show(0);
+void PrintFailure(const std::string& reason) {
+  PrintNote("TessaraAnimate: " + reason);
 }
 
-ProgressLine::~ProgressLine() {
-  if (isShown_) {
-    std::fprintf(stderr, "\r%*s\r", platform::TerminalWidth() - 1, "");
+void PrintText(const std::string& text) {
+  std::fputs(text.c_str(), stdout);
+}
+
+void PrintList(const std::filesystem::path& folder, const Sequence& sequence,
+               const std::vector<std::size_t>& shown) {
+  for (const std::size_t index : shown) {
+    PrintText(platform::TextOfPath(folder / sequence[index].name) + "\n");
   }
 }
 
-void ProgressLine::Show(std::size_t done) {
-  if (!isShown_) {
-    return;
+void PrintPlan(const Plan& plan) {
+  const Film& film = plan.film;
+  const std::size_t held = film.shown.size() - film.frames.size();
+  PrintNote("making: " + platform::TextOfPath(plan.output) + ", " +
+            std::to_string(film.shown.size()) + " frames" +
+            (held == 0 ? "" : " (" + std::to_string(held) + " of them held)") + " at " +
+            film.rate.text + " frames a second, " + Shown(film.size));
+  if (film.hasSeveralSizes) {
+    PrintNote("sizes: the frames have several; all are brought to " + Shown(film.size) +
+              " with their shape kept");
   }
-  done = std::min(done, total_);
-  std::string numbers = " " + std::to_string(done) + " of " + std::to_string(total_) + " frames";
-  if (done != 0) {
-    const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start_;
-    numbers +=
-        ", " +
-        Duration(spent.count() * static_cast<double>(total_ - done) / static_cast<double>(done)) +
-        " left";
-  }
-  constexpr int kWidestBar = 40;
-  const int room = platform::TerminalWidth() - 1 - 2 - static_cast<int>(numbers.size());
-  const auto width = static_cast<std::size_t>(std::clamp(room, 0, kWidestBar));
-  const std::size_t filled = width * done / total_;
-  std::string bar =
-      "[" + std::string(filled, '#') + std::string(width - filled, '.') + "]" + numbers;
-  // Blanks wipe what is left of a longer line.
-  bar.resize(std::max<std::size_t>(bar.size(), platform::TerminalWidth() - 1U), ' ');
-  std::fputs(("\r" + bar).c_str(), stderr);
 }
 
-std::string ShownBytes(std::uint64_t bytes) {
-  static constexpr const char* kUnits[] = {"bytes", "kB", "MB", "GB", "TB"};
-  auto size = static_cast<double>(bytes);
-  std::size_t unit = 0;
-  for (; size >= 999.5 && unit + 1 < std::size(kUnits); ++unit) {
-    size /= 1000;
+void PrintResult(const Plan& plan, const Measurement& measured, std::uint64_t bytes) {
+  char length[32];
+  std::snprintf(&length[0], sizeof(length), "%.1f s", measured.length);
+  PrintText(platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
+            " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
+            Shown(measured.size) + ", " + ShownBytes(bytes) + "\n");
+}
+
+void FinishOutput() {
+  if (std::fflush(stdout) != 0) {
+    throw Failure("standard output cannot be written");
   }
-  char text[32];
-  std::snprintf(&text[0], sizeof(text), size < 9.95 && unit > 1 ? "%.1f %s" : "%.0f %s", size,
-                kUnits[unit]);
-  return &text[0];
 }
 
 }  // namespace animate

@@ -1,39 +1,42 @@
-// What the user is told: what was found, how far the work is, and how it ended.
+// Everything that the user is told, but for the line of progress: what was found and left out, what
+// is being made, and how it ended. Nothing else in the program prints.
 #pragma once
 
-#include <chrono>
 #include <cstddef>
+#include <cstdint>
+#include <filesystem>
 #include <string>
+#include <vector>
 
-#include "animate/sequence.h"
+#include "animate/plan.h"
+#include "film/measurement.h"
+#include "sequence/sequence.h"
 
 namespace animate {
 
 // Prints one line on standard error.
 void PrintNote(const std::string& line);
 
-// Prints, in a few lines, which frames were found, what is missing, twice, or left out.
+// Prints why the run failed, on standard error.
+void PrintFailure(const std::string& reason);
+
+// Prints a text as it is on standard output.
+void PrintText(const std::string& text);
+
+// Prints, in a few notes, which frames were found, what is missing, twice, or left out.
 void PrintFindings(const Findings& found);
 
-// One line on standard error that is rewritten while the work goes on: a bar, how many frames are
-// done, and the time that is left. It prints nothing when standard error is no terminal.
-class ProgressLine {
- public:
-  // `total` is the number of frames; nothing is printed when `isQuiet`.
-  ProgressLine(std::size_t total, bool isQuiet);
-  ~ProgressLine();
-  ProgressLine(const ProgressLine&) = delete;
-  ProgressLine& operator=(const ProgressLine&) = delete;
+// Prints the paths of the frames of `folder` as they are `shown`, one a line, on standard output.
+void PrintList(const std::filesystem::path& folder, const Sequence& sequence,
+               const std::vector<std::size_t>& shown);
 
-  void Show(std::size_t done);
+// Prints what is going to be made, as notes.
+void PrintPlan(const Plan& plan);
 
- private:
-  std::size_t total_ = 0;
-  bool isShown_ = false;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
-};
+// Prints the closing line on standard output; the animation has `bytes` bytes.
+void PrintResult(const Plan& plan, const Measurement& measured, std::uint64_t bytes);
 
-// A size in bytes for people: "123 kB".
-std::string ShownBytes(std::uint64_t bytes);
+// Throws a Failure when what went to standard output did not all get there.
+void FinishOutput();
 
 }  // namespace animate

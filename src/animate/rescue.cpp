@@ -1,51 +1,56 @@
 #include "animate/rescue.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <vector>
 
-#include "animate/failure.h"
 #include "animate/report.h"
-#include "animate/sequence.h"
+#include "film/failure.h"
+#include "film/image_type.h"
+#include "film/quoted.h"
 #include "platform/file_system.h"
+#include "text/frame_copies.h"
 
 namespace animate {
 namespace {
 
-constexpr char kCopyStart[] = "_console_qmbImgTemp_";
+namespace fs = std::filesystem;
+
 constexpr char kRescuedStart[] = "rescued_";
+
+bool IsCopy(const fs::path& name) {
+  return platform::TextOfPath(name).rfind(&kFrameCopyStart[0], 0) == 0 && !ImageType(name).empty();
+}
+
+// What a copy is called as a frame.
+std::string RescuedName(const fs::path& copy) {
+  const std::string text = platform::TextOfPath(copy);
+  return std::string(&kRescuedStart[0]).append(text, sizeof(kFrameCopyStart) - 1);
+}
 
 }  // namespace
 
-void Rescue(const std::filesystem::path& folder, bool isQuiet) {
-  auto names = platform::ListFiles(folder);
-  if (!names) {
-    throw Failure("the folder \"" + platform::TextOfPath(folder) + "\" cannot be read");
+void Rescue(const fs::path& folder, bool isQuiet) {
+  std::vector<fs::path> names =
+      OrFail(platform::ListFiles(folder), "the folder " + Quoted(folder) + " cannot be read");
+  std::erase_if(names, [](const fs::path& name) { return !IsCopy(name); });
+  if (names.empty()) {
+    throw Failure("in " + Quoted(folder) + " there is nothing to rescue");
   }
-  std::sort(names->begin(), names->end());
-  std::size_t rescued = 0;
+  std::sort(names.begin(), names.end());
   std::size_t kept = 0;
-  for (const std::filesystem::path& name : *names) {
-    const std::string text = platform::TextOfPath(name);
-    if (text.rfind(&kCopyStart[0], 0) != 0 || !IsImageName(name)) {
-      continue;
-    }
-    const std::string frame = std::string(&kRescuedStart[0]).append(text, sizeof(kCopyStart) - 1);
-    if (platform::RenameWithoutReplacing(folder / name, folder / platform::PathFromText(frame))) {
-      ++rescued;
-    } else {
+  for (const fs::path& name : names) {
+    const std::string frame = RescuedName(name);
+    const auto renamed =
+        platform::RenameWithoutReplacing(folder / name, folder / platform::PathFromText(frame));
+    if (!renamed) {
       ++kept;
-      std::string note = "not rescued: " + text;
-      note += ", because " + frame + " is there or the folder cannot be written to";
-      PrintNote(note);
+      PrintNote("not rescued: " + platform::TextOfPath(name) + ", it cannot become " + frame +
+                ": " + renamed.Reason());
     }
-  }
-  if (rescued + kept == 0) {
-    throw Failure("in \"" + platform::TextOfPath(folder) + "\" there is nothing to rescue");
   }
   if (!isQuiet) {
-    std::printf("%zu frames rescued\n", rescued);
+    PrintText(std::to_string(names.size() - kept) + " frames rescued\n");
   }
   if (kept != 0) {
     throw Failure(std::to_string(kept) + " copies keep their names");

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
-#include "animate/failure.h"
+#include "film/failure.h"
+#include "film/interruption.h"
+#include "film/quoted.h"
 #include "movie/native_avi/frame_bitmap.h"
 #include "movie/native_avi/native_avi.h"
 #include "platform/gdiplus.h"
@@ -20,30 +22,28 @@ namespace {
   throw Failure("the animation cannot be written: " + text);
 }
 
-FrameRate RateOf(const Plan& plan) {
-  const std::optional<FrameRate> rate = ExactFrameRate(plan.rateText);
+FrameRate RateOf(const Film& film) {
+  const std::optional<FrameRate> rate = ExactFrameRate(film.rate.text);
   if (!rate) {
     throw Failure(
-        "--rate: an uncompressed AVI cannot play exactly " + plan.rateText + " frames a second",
+        "--rate: an uncompressed AVI cannot play exactly " + film.rate.text + " frames a second",
         ExitStatus::kWrongUse);
   }
   return *rate;
 }
 
-void WriteFrames(const Plan& plan, const Staging& staging, FrameRate rate,
-                 const std::filesystem::path& target) {
+void WriteFrames(const Film& film, FrameRate rate, const std::filesystem::path& target) {
   std::unique_ptr<AviHandle> avi =
       CreateAviFile(platform::ArgumentOfPath(target).c_str(), rate, nullptr);
   if (!avi) {
     throw Failure("the animation cannot be written");
   }
-  for (std::size_t number = 0; number < plan.shown.size(); ++number) {
+  for (std::size_t number = 0; number < film.shown.size(); ++number) {
     StopIfInterrupted();
-    const std::string link = platform::ArgumentOfPath(staging.Link(number));
-    const OwnedBitmap bitmap = LoadFrameBitmap(link.c_str());
+    const std::filesystem::path& frame = film.frames[film.shown[number]].path;
+    const OwnedBitmap bitmap = LoadFrameBitmap(platform::ArgumentOfPath(frame).c_str());
     if (!bitmap) {
-      throw Failure("\"" + platform::TextOfPath(plan.frames[plan.shown[number]].path.filename()) +
-                    "\" is damaged and cannot be loaded");
+      throw Failure(Quoted(frame.filename()) + " is damaged and cannot be loaded");
     }
     if (const HRESULT result = AddVideoFrame(avi.get(), bitmap.get()); result != AVIERR_OK) {
       FailToWrite(result);
@@ -54,7 +54,7 @@ void WriteFrames(const Plan& plan, const Staging& staging, FrameRate rate,
   }
 }
 
-Proven ProveAvi(const Plan& plan, FrameRate rate, const std::filesystem::path& target) {
+Measurement ProveAvi(const Film& film, FrameRate rate, const std::filesystem::path& target) {
   const AviLibrary library;
   IAVIStream* opened = nullptr;
   if (AVIStreamOpenFromFileA(&opened, platform::ArgumentOfPath(target).c_str(), streamtypeVIDEO, 0,
@@ -69,30 +69,29 @@ Proven ProveAvi(const Plan& plan, FrameRate rate, const std::filesystem::path& t
   // The last picture has to be there, with all its bytes.
   const HRESULT last =
       AVIStreamRead(stream.get(), static_cast<LONG>(count) - 1, 1, nullptr, 0, &size, nullptr);
-  const LONG wanted = plan.size.width * plan.size.height * 4;
-  if (count != plan.shown.size() || info.dwRate != rate.rate || info.dwScale != rate.scale ||
+  const LONG wanted = film.size.width * film.size.height * 4;
+  if (count != film.shown.size() || info.dwRate != rate.rate || info.dwScale != rate.scale ||
       last != AVIERR_OK || size != wanted) {
     throw Failure("the finished file is not whole");
   }
-  return {count, static_cast<double>(count) / plan.rate, plan.size};
+  return {count, static_cast<double>(count) / film.rate.value, film.size};
 }
 
 }  // namespace
 
-Proven MakeUncompressedAvi(const Plan& plan, const Staging& staging,
-                           const std::filesystem::path& target) {
+Measurement MakeUncompressedAvi(const Film& film, const std::filesystem::path& target) {
   constexpr std::uint64_t kLargest = 2'000'000'000;
   constexpr std::uint64_t kBytesPerPixel = 4;
-  const std::uint64_t picture = kBytesPerPixel * static_cast<std::uint64_t>(plan.size.width) *
-                                static_cast<std::uint64_t>(plan.size.height);
-  if (picture * plan.shown.size() > kLargest) {
+  const std::uint64_t picture = kBytesPerPixel * static_cast<std::uint64_t>(film.size.width) *
+                                static_cast<std::uint64_t>(film.size.height);
+  if (picture * film.shown.size() > kLargest) {
     throw Failure(
         "--without-converter: an uncompressed AVI of these frames would be larger than 2 GB");
   }
-  const FrameRate rate = RateOf(plan);
+  const FrameRate rate = RateOf(film);
   const platform::GdiplusSession gdiplus;
-  WriteFrames(plan, staging, rate, target);
-  return ProveAvi(plan, rate, target);
+  WriteFrames(film, rate, target);
+  return ProveAvi(film, rate, target);
 }
 
 }  // namespace animate

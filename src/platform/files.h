@@ -1,4 +1,6 @@
-// Single files: copying, removal, status, and opening.
+// Single files as the console program handles them: narrow paths with backslashes, copies that
+// replace, read-only files that stay, and failures without a reason, all as its contract has it.
+// TessaraAnimate's own ways, which promise more, are in file_system.h.
 #pragma once
 
 #include <cstdint>
@@ -24,9 +26,6 @@ inline constexpr std::uint32_t kFolderAttribute = 0x10;
 // The attribute word of a file or folder, or nothing when the system has no status for the path.
 // Outside Windows it is kFolderAttribute alone for a folder that can be written to.
 std::optional<std::uint32_t> QueryAttributes(const std::string& path);
-
-// A C stream that is closed when its owner goes.
-using OwnedFile = Owned<std::FILE*, std::fclose>;
 
 // Opens a C stream on `path` with the mode that fopen takes; others may read and write the file
 // meanwhile. Returns null when there is no such file or it cannot be opened; a folder is no file.

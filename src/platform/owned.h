@@ -1,6 +1,7 @@
-// Owning a handle of the system.
+// Owning a handle of the system or a stream of the C library.
 #pragma once
 
+#include <cstdio>
 #include <memory>
 #include <type_traits>
 
@@ -17,5 +18,8 @@ struct Closing {
 // Owns a handle (a pointer type) or nothing, and gives it to `Close` when the owner goes.
 template <typename Handle, auto Close>
 using Owned = std::unique_ptr<std::remove_pointer_t<Handle>, Closing<Close>>;
+
+// A C stream that is closed when its owner goes.
+using OwnedFile = Owned<std::FILE*, std::fclose>;
 
 }  // namespace platform

@@ -1,4 +1,6 @@
-// Running another program to its end.
+// Running the converter to its end as the console program does it: with one command line that is
+// passed on as it is, its output nowhere, started once and waited for without time-out, all as the
+// contract has it. (TessaraAnimate listens to it and ends with it: watched_process.h.)
 #pragma once
 
 #include <optional>

@@ -1,11 +1,13 @@
-// What the running program is.
+// What the running program is, in the narrow texts of the console program's contract. (Where
+// TessaraAnimate looks for programs, with paths of any length, is in program_search.h.)
 #pragma once
 
 #include <string>
 
 namespace platform {
 
-// The folder of the running program's executable, without a separator at its end.
+// The folder of the running program's executable, without a separator at its end; on Windows cut as
+// the program's path is by the system call that has room for 260 characters.
 std::string OwnProgramFolder();
 
 // The file name of an executable program with the given bare name on this system.

@@ -1,4 +1,5 @@
-// Another program that is watched while it works.
+// Running the converter as TessaraAnimate does it: watched while it works, and never left behind.
+// (The console program's way, which is its contract, is in process.h.)
 #pragma once
 
 #include <filesystem>
@@ -6,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/result.h"
+
 namespace platform {
 
 struct ProcessEnd {
-  // Why the program could not be started, in the system's words; empty when it was.
-  std::string startFailure;
   // Whether it was stopped because of an interruption (see NoteInterruptions).
   bool interrupted = false;
   // How it ended by itself: "status 3", or what killed it; empty for status 0.
@@ -22,11 +23,13 @@ struct ProcessEnd {
 // its standard output and of its standard error goes to the function of that name as soon as it is
 // complete, without its line end; parts of a line that the program rewrites are lines too. When an
 // interruption is noted the program is killed. It does not outlive this process either, however
-// that ends. An exception from one of the functions kills it and is passed on.
-ProcessEnd RunWatched(const std::filesystem::path& program,
-                      const std::vector<std::string>& arguments,
-                      const std::filesystem::path& folder,
-                      const std::function<void(const std::string&)>& outputLine,
-                      const std::function<void(const std::string&)>& errorLine);
+// that ends. An exception from one of the functions kills it and is passed on. Fails when the
+// program cannot be started; a start that the system refuses because it is short of something for a
+// moment is tried again within a second.
+Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
+                              const std::vector<std::string>& arguments,
+                              const std::filesystem::path& folder,
+                              const std::function<void(const std::string&)>& outputLine,
+                              const std::function<void(const std::string&)>& errorLine);
 
 }  // namespace platform

@@ -2,30 +2,16 @@
 
 #include <windows.h>
 
+#include "platform/windows/filled_text.h"
+
 namespace platform {
-namespace {
-
-// Calls a system function that fills a text buffer and returns the length that it needs.
-template <typename Fill>
-std::string FilledText(Fill fill) {
-  std::string text(1024, '\0');
-  DWORD length = fill(static_cast<DWORD>(text.size()), text.data());
-  if (length >= text.size()) {
-    text.resize(length);
-    length = fill(static_cast<DWORD>(text.size()), text.data());
-  }
-  text.resize(length);
-  return text;
-}
-
-}  // namespace
 
 bool MakeFolder(const std::string& path) {
   return CreateDirectoryA(path.c_str(), nullptr) != 0;
 }
 
 std::string CurrentFolder() {
-  return FilledText(GetCurrentDirectoryA);
+  return FilledText<char>([](char* text, DWORD size) { return GetCurrentDirectoryA(size, text); });
 }
 
 bool EnterFolder(const std::string& path) {
@@ -33,7 +19,8 @@ bool EnterFolder(const std::string& path) {
 }
 
 std::string SystemTempFolder() {
-  std::string folder = FilledText(GetTempPathA);
+  std::string folder =
+      FilledText<char>([](char* text, DWORD size) { return GetTempPathA(size, text); });
   if (!folder.empty() && folder.back() == '\\') {
     folder.pop_back();
   }

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstdio>
 
+#include "platform/owned.h"
 #include "platform/windows/utf8.h"
 
 namespace platform {

@@ -5,7 +5,11 @@
 #include <array>
 
 #include "platform/line_splitter.h"
+#include "platform/start_tries.h"
 #include "platform/user.h"
+#include "platform/windows/last_error.h"
+#include "platform/windows/owned_handle.h"
+#include "platform/windows/system_path.h"
 #include "platform/windows/utf8.h"
 
 namespace platform {
@@ -111,21 +115,49 @@ bool PassOn(const Pipe& pipe, LineSplitter& lines) {
   return count != 0;
 }
 
+// Passes on what comes to the program's end. Returns false when it was left for an interruption.
+bool PassOnAll(const Pipe& output, const Pipe& errors, LineSplitter& outputLines,
+               LineSplitter& errorLines, const Child& child) {
+  bool hasEnded = false;
+  bool hasPassed = true;
+  // What it wrote last is still in the pipes after its end.
+  while (!hasEnded || hasPassed) {
+    if (IsInterrupted()) {
+      return false;
+    }
+    hasEnded = hasEnded || child.Ends(hasPassed ? 0 : kLookMilliseconds);
+    const bool fromOutput = PassOn(output, outputLines);
+    hasPassed = PassOn(errors, errorLines) || fromOutput;
+  }
+  outputLines.Finish();
+  errorLines.Finish();
+  return true;
+}
+
+// Errors of a system that is short of something; the first is what Wine says on a busy machine.
+bool IsMomentary(int error) {
+  return error == ERROR_INTERNAL_ERROR || error == ERROR_NO_SYSTEM_RESOURCES ||
+         error == ERROR_NOT_ENOUGH_MEMORY || error == ERROR_COMMITMENT_LIMIT;
+}
+
 }  // namespace
 
-ProcessEnd RunWatched(const std::filesystem::path& program,
-                      const std::vector<std::string>& arguments,
-                      const std::filesystem::path& folder,
-                      const std::function<void(const std::string&)>& outputLine,
-                      const std::function<void(const std::string&)>& errorLine) {
+Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
+                              const std::vector<std::string>& arguments,
+                              const std::filesystem::path& folder,
+                              const std::function<void(const std::string&)>& outputLine,
+                              const std::function<void(const std::string&)>& errorLine) {
   std::string words = Quoted(Utf8FromWide(program.native()));
   for (const std::string& argument : arguments) {
     words += " " + Quoted(argument);
   }
-  std::wstring line = WideFromUtf8(words);
+  const std::wstring line = WideFromUtf8(words);
   const OwnedHandle input = OpenNullDevice();
   Pipe output = MakePipe();
   Pipe errors = MakePipe();
+  if (!output.reading || !errors.reading) {
+    return LastError();
+  }
   STARTUPINFOW startUp = {};
   startUp.cb = sizeof(startUp);
   startUp.dwFlags = STARTF_USESTDHANDLES;
@@ -133,11 +165,17 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
   startUp.hStdOutput = output.writing.get();
   startUp.hStdError = errors.writing.get();
   PROCESS_INFORMATION created = {};
-  // Detached: with a console of its own, even without a window, comes a further process.
-  if (CreateProcessW(SystemPath(program).c_str(), line.data(), nullptr, nullptr, TRUE,
-                     DETACHED_PROCESS | CREATE_SUSPENDED, nullptr, folder.c_str(), &startUp,
-                     &created) == 0) {
-    return {ErrorText(GetLastError()), false, ""};
+  const auto start = [&] {
+    // The call may write into the line, so each gets a copy. Detached: with a console of its own,
+    // even without a window, comes a further process.
+    std::wstring written = line;
+    const bool isStarted = CreateProcessW(SystemPath(program).c_str(), written.data(), nullptr,
+                                          nullptr, TRUE, DETACHED_PROCESS | CREATE_SUSPENDED,
+                                          nullptr, folder.c_str(), &startUp, &created) != 0;
+    return isStarted ? 0 : static_cast<int>(GetLastError());
+  };
+  if (const int error = TryToStart(start, IsMomentary); error != 0) {
+    return ErrorOf(static_cast<DWORD>(error));
   }
   OwnedHandle job = MakeDeadlyJob();
   AssignProcessToJobObject(job.get(), created.hProcess);
@@ -147,21 +185,11 @@ ProcessEnd RunWatched(const std::filesystem::path& program,
   errors.writing.reset();
   LineSplitter outputLines(outputLine);
   LineSplitter errorLines(errorLine);
-  bool hasEnded = false;
-  bool hasPassed = true;
-  // What it wrote last is still in the pipes after its end.
-  while (!hasEnded || hasPassed) {
-    if (IsInterrupted()) {
-      return {"", true, ""};
-    }
-    hasEnded = hasEnded || child.Ends(hasPassed ? 0 : kLookMilliseconds);
-    const bool fromOutput = PassOn(output, outputLines);
-    hasPassed = PassOn(errors, errorLines) || fromOutput;
+  if (!PassOnAll(output, errors, outputLines, errorLines, child)) {
+    return ProcessEnd{true, ""};
   }
-  outputLines.Finish();
-  errorLines.Finish();
   const DWORD status = child.Status();
-  return {"", false, status == 0 ? "" : "status " + std::to_string(status)};
+  return ProcessEnd{false, status == 0 ? "" : "status " + std::to_string(status)};
 }
 
 }  // namespace platform

@@ -1,0 +1,76 @@
+#include "converter/converter.h"
+
+#include <cstdlib>
+
+#include "film/failure.h"
+#include "film/interruption.h"
+#include "film/quoted.h"
+#include "platform/program_search.h"
+#include "platform/watched_process.h"
+
+namespace animate {
+namespace {
+
+// Whether a line of the converter's list of encoders is about the one for `codec`.
+bool IsEncoder(const std::string& line, const std::string& codec) {
+  return line.find(" " + codec + " ") != std::string::npos ||
+         line.find("(codec " + codec + ")") != std::string::npos;
+}
+
+}  // namespace
+
+platform::Result<std::size_t> Converter::MakePictures(
+    const Words& arguments, const std::filesystem::path& folder,
+    const std::function<void(std::size_t)>& progress) const {
+  std::size_t count = 0;
+  const platform::Result<platform::Done> result = ReadOutput(
+      Joined(Words{"-progress", "pipe:1"}, arguments), folder, [&](const std::string& line) {
+        constexpr char kFrames[] = "frame=";
+        if (line.rfind(&kFrames[0], 0) == 0) {
+          count = std::strtoull(line.c_str() + sizeof(kFrames) - 1, nullptr, 10);
+          progress(count);
+        }
+      });
+  if (!result) {
+    return platform::SystemError{result.Reason()};
+  }
+  return count;
+}
+
+platform::Result<platform::Done> Converter::ReadOutput(
+    const Words& arguments, const std::filesystem::path& folder,
+    const std::function<void(const std::string&)>& outputLine) const {
+  const Words common = {"-hide_banner", "-nostdin", "-v", "error", "-y"};
+  const std::string name = "the converter " + Quoted(program_) + " ";
+  std::string firstError;
+  const platform::ProcessEnd end =
+      OrFail(platform::RunWatched(program_, Joined(common, arguments), folder, outputLine,
+                                  [&](const std::string& line) {
+                                    if (firstError.empty()) {
+                                      firstError = line;
+                                    }
+                                  }),
+             name + "cannot be started");
+  if (end.interrupted) {
+    StopIfInterrupted();
+  }
+  if (end.failure.empty() && firstError.empty()) {
+    return platform::Done();
+  }
+  return platform::SystemError{name +
+                               (end.failure.empty() ? "failed" : "ended with " + end.failure) +
+                               (firstError.empty() ? "" : ": " + firstError)};
+}
+
+void Converter::CheckEncoder(const std::string& codec, const std::string& extension) const {
+  bool hasEncoder = false;
+  const auto result = ReadOutput(
+      {"-encoders"}, platform::ProgramFolder(),
+      [&](const std::string& line) { hasEncoder = hasEncoder || IsEncoder(line, codec); });
+  if (result && !hasEncoder) {
+    throw Failure("the converter " + Quoted(program_) + " cannot make a " + extension +
+                  " file: it has no encoder for " + codec);
+  }
+}
+
+}  // namespace animate

@@ -1,0 +1,52 @@
+#include "converter/find_converter.h"
+
+#include <string>
+#include <vector>
+
+#include "film/failure.h"
+#include "film/quoted.h"
+#include "platform/file_status.h"
+#include "platform/program.h"
+#include "platform/program_search.h"
+
+namespace animate {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsFile(const fs::path& path) {
+  return platform::QueryStatus(path).kind == platform::FileKind::kFile;
+}
+
+std::vector<fs::path> FoldersToSearch() {
+  std::vector<fs::path> folders = {platform::ProgramFolder()};
+  if (const fs::path installation = platform::PathVariable("TESSARA_DIR"); !installation.empty()) {
+    folders.push_back(installation / "TessaraPro64");
+  }
+  for (fs::path& folder : platform::ProgramSearchFolders()) {
+    folders.push_back(std::move(folder));
+  }
+  return folders;
+}
+
+}  // namespace
+
+fs::path FindConverter(const fs::path& wanted) {
+  if (!wanted.empty()) {
+    if (!IsFile(wanted)) {
+      throw Failure("--converter: " + Quoted(wanted) + " is no file");
+    }
+    return wanted;
+  }
+  const std::string name = platform::ExecutableFileName("ffmpeg");
+  for (const fs::path& folder : FoldersToSearch()) {
+    fs::path program = platform::FullPath(folder / name);
+    if (!folder.empty() && IsFile(program)) {
+      return program;
+    }
+  }
+  throw Failure("no converter can be found: put " + name +
+                " beside this program or into PATH, or say with --converter where it is");
+}
+
+}  // namespace animate

@@ -1,0 +1,34 @@
+// The frames under names that the converter takes without fail.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "film/film.h"
+#include "platform/private_folder.h"
+
+namespace animate {
+
+// A private folder in which each frame that is shown has a link of its own, numbered from 1 without
+// gaps. The converter runs in it, so that nothing of the folder's own path is in its parameters.
+class Staging {
+ public:
+  // `onSheet` are the frames of the contact sheet, as indices into the film's; none without one.
+  // Throws a Failure when the folder or a link cannot be made, and when links have to be copies and
+  // there is no room for them.
+  Staging(const Film& film, const std::vector<std::size_t>& onSheet);
+
+  const std::filesystem::path& Folder() const { return folder_.Path(); }
+
+  // The names of the links, and of those for the contact sheet, as the converter's pattern.
+  const std::string& Pattern() const { return pattern_; }
+  const std::string& SheetPattern() const { return sheetPattern_; }
+
+ private:
+  platform::PrivateFolder folder_;
+  std::string pattern_;
+  std::string sheetPattern_;
+};
+
+}  // namespace animate

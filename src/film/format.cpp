@@ -1,0 +1,35 @@
+#include "film/format.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "text/lower_case.h"
+
+namespace animate {
+namespace {
+
+// A GIF frame stands a whole number of hundredths of a second, players take less than two for ten,
+// and the number has 16 bits. A SWF rate is a number of 8 bits with 8 more after the point.
+const Format kFormats[] = {
+    {"mp4", true},
+    {"mov", true},
+    {"webm"},
+    {"gif", false, 0.002, 50},
+    {"apng", false, 0.001},
+    {"avi"},
+    {"wmv"},
+    {"flv"},
+    {"swf", false, 1, 255, 1.0 / 256},
+};
+
+}  // namespace
+
+const Format* FindFormat(const std::string& extension) {
+  const std::string wanted = LowerCase(extension);
+  const auto* const found =
+      std::find_if(std::begin(kFormats), std::end(kFormats),
+                   [&](const Format& format) { return format.extension == wanted; });
+  return found == std::end(kFormats) ? nullptr : found;
+}
+
+}  // namespace animate

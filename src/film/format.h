@@ -1,0 +1,23 @@
+// The formats of animations, and what each can hold.
+#pragma once
+
+#include <string>
+
+namespace animate {
+
+struct Format {
+  // The extension of the file, in lower case.
+  std::string extension;
+  // Whether both sides of the picture have to be even.
+  bool needsEvenSides = false;
+  // In frames a second.
+  double lowestRate = 0;
+  double highestRate = 1000;
+  // The steps in which the container can hold a rate; 0 for any.
+  double rateStep = 0;
+};
+
+// The format with an extension in any case; null when there is none.
+const Format* FindFormat(const std::string& extension);
+
+}  // namespace animate

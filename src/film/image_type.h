@@ -1,0 +1,13 @@
+// The types of images that are frames, told by their names.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace animate {
+
+// The extension of a name in lower case without its dot, jpeg as jpg and tiff as tif; empty when it
+// is not one of an image that can be a frame.
+std::string ImageType(const std::filesystem::path& name);
+
+}  // namespace animate

@@ -1,0 +1,76 @@
+#include "picture/picture.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string>
+
+#include "film/failure.h"
+#include "film/image_type.h"
+#include "film/quoted.h"
+#include "picture/bmp.h"
+#include "picture/gif.h"
+#include "picture/jpeg.h"
+#include "picture/png.h"
+#include "picture/tiff.h"
+#include "platform/input_file.h"
+
+namespace animate {
+namespace {
+
+struct PictureType {
+  // As ImageType has it, and for people.
+  const char* extension;
+  const char* name;
+  // What its files begin with.
+  std::string start;
+  // Nothing for a file that is cut.
+  std::optional<Size> (*read)(Bytes& bytes);
+};
+
+const PictureType* TypeOf(const std::string& start) {
+  static const PictureType kTypes[] = {{"png", "PNG", "\x89PNG\r\n\x1A\n", ReadPng},
+                                       {"jpg", "JPEG", "\xFF\xD8\xFF", ReadJpeg},
+                                       {"gif", "GIF", "GIF87a", ReadGif},
+                                       {"gif", "GIF", "GIF89a", ReadGif},
+                                       {"bmp", "BMP", "BM", ReadBmp},
+                                       {"tif", "TIFF", {"II*\0", 4}, ReadTiff},
+                                       {"tif", "TIFF", {"MM\0*", 4}, ReadTiff}};
+  const auto* const type =
+      std::find_if(std::begin(kTypes), std::end(kTypes), [&](const PictureType& candidate) {
+        return start.compare(0, candidate.start.size(), candidate.start) == 0;
+      });
+  return type == std::end(kTypes) ? nullptr : type;
+}
+
+}  // namespace
+
+Picture LookAtPicture(const std::filesystem::path& path) {
+  const platform::InputFile file =
+      OrFail(platform::InputFile::Open(path), Quoted(path.filename()) + " cannot be read");
+  Bytes content(file);
+  return {LookAtContent(content, path.filename()), file.Status()};
+}
+
+Size LookAtContent(Bytes& content, const std::filesystem::path& name) {
+  if (content.Size() == 0) {
+    throw Failure(Quoted(name) + " is empty");
+  }
+  const PictureType* const type = TypeOf(content.Text(0, 8));
+  if (type == nullptr) {
+    throw Failure(Quoted(name) + " is no picture");
+  }
+  if (ImageType(name) != type->extension) {
+    throw Failure(Quoted(name) + " is a " + type->name + " picture, not what its name says");
+  }
+  const std::optional<Size> size = type->read(content);
+  if (!size) {
+    throw Failure(Quoted(name) + " is cut, its end is missing");
+  }
+  if (size->width <= 0 || size->height <= 0) {
+    throw Failure(Quoted(name) + " is damaged");
+  }
+  return *size;
+}
+
+}  // namespace animate

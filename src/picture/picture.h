@@ -1,0 +1,26 @@
+// What the file of a picture says of itself, without decoding it.
+#pragma once
+
+#include <filesystem>
+
+#include "film/size.h"
+#include "picture/bytes.h"
+#include "platform/file_status.h"
+
+namespace animate {
+
+struct Picture {
+  Size size;
+  // Of the file that was looked at.
+  platform::FileStatus status;
+};
+
+// Looks at the picture in the image file at `path`. Throws a Failure that names the file when it
+// cannot be read, is empty, is no picture or one of another type than its name says, or is cut:
+// converters take some cut files for whole ones.
+Picture LookAtPicture(const std::filesystem::path& path);
+
+// The same for the content of a file with the name `name`. Returns the picture's size.
+Size LookAtContent(Bytes& content, const std::filesystem::path& name);
+
+}  // namespace animate

@@ -1,0 +1,157 @@
+#include "platform/file_system.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/statvfs.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <limits>
+#include <string>
+
+#include "platform/file_status.h"
+#include "platform/input_file.h"
+#include "platform/linux/descriptor.h"
+#include "platform/linux/last_error.h"
+
+namespace platform {
+namespace fs = std::filesystem;
+namespace {
+
+constexpr mode_t kNewFileRights = 0666;
+
+Result<Done> DoneIf(bool isDone) {
+  return isDone ? Result<Done>(Done()) : LastError();
+}
+
+bool Flush(const fs::path& path, int flags) {
+  Descriptor file(open(path.c_str(), flags | O_CLOEXEC));
+  return file.IsOpen() && fsync(file.Get()) == 0 && file.Close();
+}
+
+bool WriteAll(int file, const std::string& data) {
+  std::size_t written = 0;
+  while (written < data.size()) {
+    const ssize_t count = write(file, data.data() + written, data.size() - written);
+    if (count < 0 && errno != EINTR) {
+      return false;
+    }
+    written += count > 0 ? static_cast<std::size_t>(count) : 0;
+  }
+  return true;
+}
+
+Result<StandIn> Copy(const fs::path& from, const fs::path& to) {
+  constexpr std::size_t kPiece = 1 << 20;
+  const Result<InputFile> source = InputFile::Open(from);
+  if (!source) {
+    return SystemError{source.Reason()};
+  }
+  Descriptor copy(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileRights));
+  if (!copy.IsOpen()) {
+    return LastError();
+  }
+  std::uint64_t done = 0;
+  errno = 0;
+  bool good = true;
+  while (good && done < source->Size()) {
+    const std::string piece = source->Read(done, kPiece);
+    good = !piece.empty() && WriteAll(copy.Get(), piece);
+    done += piece.size();
+  }
+  if (good && copy.Close()) {
+    return StandIn::kCopy;
+  }
+  SystemError error = LastError();
+  unlink(to.c_str());
+  return error;
+}
+
+}  // namespace
+
+Result<std::vector<fs::path>> ListFiles(const fs::path& folder) {
+  const Owned<DIR*, closedir> open(opendir(folder.c_str()));
+  if (!open) {
+    return LastError();
+  }
+  std::vector<fs::path> names;
+  errno = 0;
+  while (const dirent* entry = readdir(open.get())) {
+    const fs::path name = &entry->d_name[0];
+    if (entry->d_type == DT_REG ||
+        (entry->d_type != DT_DIR && QueryStatus(folder / name).kind == FileKind::kFile)) {
+      names.push_back(name);
+    }
+    errno = 0;
+  }
+  if (errno != 0) {
+    return LastError();
+  }
+  return names;
+}
+
+Result<Done> DeleteOneFile(const fs::path& path) {
+  return DoneIf(unlink(path.c_str()) == 0);
+}
+
+std::uint64_t FreeSpace(const fs::path& folder) {
+  struct statvfs disk = {};
+  if (statvfs(folder.c_str(), &disk) != 0) {
+    return std::numeric_limits<std::uint64_t>::max();
+  }
+  return static_cast<std::uint64_t>(disk.f_bavail) * disk.f_frsize;
+}
+
+Result<StandIn> LinkOrCopy(const fs::path& from, const fs::path& to) {
+  if (symlink(from.c_str(), to.c_str()) == 0) {
+    return StandIn::kLink;
+  }
+  return Copy(from, to);
+}
+
+Result<Done> CreateEmptyFile(const fs::path& path) {
+  const Descriptor file(
+      open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileRights));
+  return DoneIf(file.IsOpen());
+}
+
+Result<OwnedFile> OpenForNewContent(const fs::path& path) {
+  OwnedFile file(std::fopen(path.c_str(), "wb"));
+  if (!file) {
+    return LastError();
+  }
+  return file;
+}
+
+Result<Done> RenameWithoutReplacing(const fs::path& from, const fs::path& to) {
+  if (syscall(SYS_renameat2, AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
+    return Done();
+  }
+  if (errno != EINVAL && errno != ENOSYS) {
+    return LastError();
+  }
+  // A file system that knows no such call: a hard link fails as well when something is there.
+  if (link(from.c_str(), to.c_str()) != 0) {
+    return LastError();
+  }
+  unlink(from.c_str());
+  return Done();
+}
+
+Result<Done> PutInPlace(const fs::path& from, const fs::path& to, bool replace) {
+  if (!Flush(from, O_RDWR)) {
+    return LastError();
+  }
+  Result<Done> moved =
+      replace ? DoneIf(rename(from.c_str(), to.c_str()) == 0) : RenameWithoutReplacing(from, to);
+  if (moved) {
+    // The new name is safe too after this; a file system that cannot do it has done all it can.
+    Flush(to.parent_path(), O_RDONLY | O_DIRECTORY);
+  }
+  return moved;
+}
+
+}  // namespace platform

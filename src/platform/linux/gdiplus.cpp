@@ -1,0 +1,54 @@
+#include "platform/gdiplus.h"
+
+#include "platform/linux/gdiplus_library.h"
+
+namespace platform {
+namespace {
+
+struct StartupInput {
+  std::uint32_t version = 1;
+  void* debugCallback = nullptr;
+  int suppressBackgroundThread = 0;
+  int suppressExternalCodecs = 0;
+};
+using StartupCall = int (*)(std::uintptr_t* token, const StartupInput* input, void* output);
+using ShutdownCall = void (*)(std::uintptr_t token);
+
+// Where the token of the session that is under way goes once the library is started; null without
+// a session.
+std::uintptr_t*& SessionToken() {
+  static std::uintptr_t* token = nullptr;
+  return token;
+}
+
+}  // namespace
+
+void* StartedGdiplusLibrary() {
+  static void* const library = dlopen("libgdiplus.so.0", RTLD_NOW | RTLD_LOCAL);
+  std::uintptr_t* const token = SessionToken();
+  if (library != nullptr && token != nullptr && *token == 0) {
+    const StartupInput input;
+    reinterpret_cast<StartupCall>(dlsym(library, "GdiplusStartup"))(token, &input, nullptr);
+  }
+  return library;
+}
+
+GdiplusSession::GdiplusSession() {
+  SessionToken() = &token_;
+}
+
+GdiplusSession::~GdiplusSession() {
+  Stop();
+}
+
+void GdiplusSession::Stop() {
+  if (token_ != 0) {
+    FindGdiplusCall<ShutdownCall>("GdiplusShutdown")(token_);
+    token_ = 0;
+  }
+  if (SessionToken() == &token_) {
+    SessionToken() = nullptr;
+  }
+}
+
+}  // namespace platform

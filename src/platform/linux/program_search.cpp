@@ -1,0 +1,32 @@
+#include "platform/program_search.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string>
+
+#include "platform/program.h"
+
+namespace platform {
+namespace fs = std::filesystem;
+
+fs::path ProgramFolder() {
+  return OwnProgramFolder();
+}
+
+fs::path PathVariable(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+std::vector<fs::path> ProgramSearchFolders() {
+  std::vector<fs::path> folders;
+  const std::string all = PathVariable("PATH").native();
+  for (std::size_t at = 0; at <= all.size();) {
+    const std::size_t end = std::min(all.find(':', at), all.size());
+    folders.emplace_back(all.substr(at, end - at));
+    at = end + 1;
+  }
+  return folders;
+}
+
+}  // namespace platform

@@ -1,0 +1,226 @@
+#include "platform/watched_process.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+#include "platform/line_splitter.h"
+#include "platform/linux/descriptor.h"
+#include "platform/linux/last_error.h"
+#include "platform/start_tries.h"
+#include "platform/user.h"
+
+namespace platform {
+namespace {
+
+// How often a noted interruption is looked for while the program is silent.
+constexpr int kLookMilliseconds = 100;
+
+struct Pipe {
+  Descriptor reading;
+  Descriptor writing;
+};
+
+// A pipe that no started program inherits by itself; not open when there cannot be one.
+Pipe MakePipe() {
+  std::array<int, 2> ends = {-1, -1};
+  const bool isMade = pipe2(ends.data(), O_CLOEXEC) == 0;
+  return {Descriptor(isMade ? ends[0] : -1), Descriptor(isMade ? ends[1] : -1)};
+}
+
+// A started program, killed with its own children when it is left before its end.
+class Child {
+ public:
+  explicit Child(pid_t process) : process_(process) {}
+  ~Child() {
+    if (!HasEnded()) {
+      kill(-process_, SIGKILL);
+      kill(process_, SIGKILL);
+      Status();
+    }
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+
+  bool HasEnded() { return hasEnded_ || Take(WNOHANG); }
+
+  // Waits for the end and returns the status word.
+  int Status() {
+    while (!hasEnded_ && !Take(0)) {
+    }
+    return status_;
+  }
+
+ private:
+  bool Take(int options) {
+    const pid_t taken = waitpid(process_, &status_, options);
+    hasEnded_ = taken == process_ || (taken < 0 && errno == ECHILD);
+    return hasEnded_;
+  }
+
+  pid_t process_;
+  bool hasEnded_ = false;
+  int status_ = 0;
+};
+
+// What is started, and where.
+struct Start {
+  const char* program = nullptr;
+  char** arguments = nullptr;
+  const char* folder = nullptr;
+  int output = -1;
+  int errors = -1;
+};
+
+// The child's side of the start. A failure goes through `failure` as the system's error number.
+[[noreturn]] void BecomeProgram(const Start& start, pid_t parent, int failure) {
+  setpgid(0, 0);
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (getppid() != parent) {
+    // The parent ended before the line above.
+    _exit(127);
+  }
+  std::signal(SIGPIPE, SIG_DFL);
+  const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  if (input >= 0 && dup2(input, STDIN_FILENO) >= 0 && dup2(start.output, STDOUT_FILENO) >= 0 &&
+      dup2(start.errors, STDERR_FILENO) >= 0 && chdir(start.folder) == 0) {
+    execv(start.program, start.arguments);
+  }
+  const int error = errno;
+  [[maybe_unused]] const ssize_t written = write(failure, &error, sizeof(error));
+  _exit(127);
+}
+
+// Starts the program as `process`. Returns 0, or the system's error number.
+int TryOnce(const Start& start, pid_t& process) {
+  Pipe failure = MakePipe();
+  if (!failure.reading.IsOpen()) {
+    return errno;
+  }
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child < 0) {
+    return errno;
+  }
+  if (child == 0) {
+    BecomeProgram(start, parent, failure.writing.Get());
+  }
+  failure.writing.Close();
+  // The other end closes when the program begins.
+  int error = 0;
+  ssize_t got = 0;
+  while ((got = read(failure.reading.Get(), &error, sizeof(error))) < 0 && errno == EINTR) {
+  }
+  if (got == static_cast<ssize_t>(sizeof(error))) {
+    waitpid(child, nullptr, 0);
+    return error;
+  }
+  process = child;
+  return 0;
+}
+
+bool IsMomentary(int error) {
+  return error == EAGAIN || error == ENOMEM || error == ENFILE || error == ETXTBSY;
+}
+
+// One of the program's pipes, and who takes what comes out of it.
+struct Outlet {
+  int reading = -1;
+  std::function<void(std::string_view)> take;
+};
+
+// Passes one piece on. Returns false at the end of the pipe.
+bool PassOn(const Outlet& outlet) {
+  std::array<char, 65536> buffer;
+  const ssize_t count = read(outlet.reading, buffer.data(), buffer.size());
+  if (count > 0) {
+    outlet.take({buffer.data(), static_cast<std::size_t>(count)});
+  }
+  return count > 0 || (count < 0 && (errno == EINTR || errno == EAGAIN));
+}
+
+// Passes on what comes, to the ends of all pipes or, should one of them never end, of the program.
+// Returns false when it was left for an interruption.
+bool PassOnAll(std::vector<Outlet> outlets, Child& child) {
+  while (!outlets.empty()) {
+    if (IsInterrupted()) {
+      return false;
+    }
+    std::vector<pollfd> ends;
+    ends.reserve(outlets.size());
+    for (const Outlet& outlet : outlets) {
+      ends.push_back({outlet.reading, POLLIN, 0});
+    }
+    const bool mayEnd = child.HasEnded();
+    const int ready = poll(ends.data(), ends.size(), kLookMilliseconds);
+    if (ready <= 0 && mayEnd) {
+      return true;
+    }
+    for (std::size_t index = ready > 0 ? ends.size() : 0; index-- > 0;) {
+      if (ends[index].revents != 0 && !PassOn(outlets[index])) {
+        outlets.erase(outlets.begin() + static_cast<std::ptrdiff_t>(index));
+      }
+    }
+  }
+  return true;
+}
+
+std::string DescribeEnd(int status) {
+  if (WIFSIGNALED(status)) {
+    return std::string("signal ") + strsignal(WTERMSIG(status));
+  }
+  return WEXITSTATUS(status) == 0 ? "" : "status " + std::to_string(WEXITSTATUS(status));
+}
+
+}  // namespace
+
+Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
+                              const std::vector<std::string>& arguments,
+                              const std::filesystem::path& folder,
+                              const std::function<void(const std::string&)>& outputLine,
+                              const std::function<void(const std::string&)>& errorLine) {
+  std::vector<std::string> words = {program.native()};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  std::vector<char*> vector;
+  vector.reserve(words.size() + 1);
+  for (std::string& word : words) {
+    vector.push_back(word.data());
+  }
+  vector.push_back(nullptr);
+  Pipe output = MakePipe();
+  Pipe errors = MakePipe();
+  if (!output.reading.IsOpen() || !errors.reading.IsOpen()) {
+    return LastError();
+  }
+  const Start start = {program.c_str(), vector.data(), folder.c_str(), output.writing.Get(),
+                       errors.writing.Get()};
+  pid_t process = 0;
+  if (const int error = TryToStart([&] { return TryOnce(start, process); }, IsMomentary);
+      error != 0) {
+    return ErrorOf(error);
+  }
+  Child child(process);
+  output.writing.Close();
+  errors.writing.Close();
+  LineSplitter outputLines(outputLine);
+  LineSplitter errorLines(errorLine);
+  const bool isWhole =
+      PassOnAll({{output.reading.Get(), [&](std::string_view piece) { outputLines.Take(piece); }},
+                 {errors.reading.Get(), [&](std::string_view piece) { errorLines.Take(piece); }}},
+                child);
+  if (!isWhole) {
+    return ProcessEnd{true, ""};
+  }
+  outputLines.Finish();
+  errorLines.Finish();
+  return ProcessEnd{false, DescribeEnd(child.Status())};
+}
+
+}  // namespace platform

@@ -1,0 +1,107 @@
+// TessaraAnimate with converters that misbehave, which scripts play here.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "tests/support/run_program.h"
+#include "tests/support/temp_folder.h"
+#include "tests/support/variables.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class AnimateLinuxTest : public testing::Test {
+ protected:
+  AnimateLinuxTest() {
+    RunProgram("/usr/bin/ffmpeg",
+               {"-v", "error", "-f", "lavfi", "-i", "testsrc=s=32x32", "-frames:v", "12", "%d.png"},
+               frames_.Path());
+    output_.Write("out.avi", "old");
+  }
+  ~AnimateLinuxTest() override { EXPECT_THAT(temp_.Names(), IsEmpty()) << "left behind"; }
+
+  // Runs the program, after `prefix`, with a converter that is found good and then runs `script`.
+  ProgramResult RunWith(const std::string& script, std::vector<std::string> prefix = {}) {
+    converter_.Write(
+        "ffmpeg",
+        "#!/bin/bash\ncase \"$*\" in\n  *-encoders*|*framecrc*) exec /usr/bin/ffmpeg \"$@\" ;;\nesac\n" +
+            script + "\n");
+    const fs::path converter = fs::path(converter_.Path()) / "ffmpeg";
+    fs::permissions(converter, fs::perms::owner_all);
+    Variables here;
+    here.SetTemporaryFolder(temp_.Path());
+    prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), "out.avi", "--overwrite",
+                                 "--converter", converter.string()});
+    return RunProgram(prefix[0], {prefix.begin() + 1, prefix.end()}, output_.Path());
+  }
+
+  void ExpectNothingChanged() {
+    EXPECT_THAT(output_.Names(), ElementsAre("out.avi"));
+    EXPECT_EQ(output_.Read("out.avi"), "old");
+    EXPECT_EQ(frames_.Names().size(), 12U);
+  }
+
+  TempFolder frames_;
+  TempFolder output_;
+  TempFolder converter_;
+  TempFolder temp_;
+};
+
+TEST_F(AnimateLinuxTest, BelievesNoConverter) {
+  const struct {
+    const char* script;
+    const char* message;
+  } kCases[] = {
+      {"exit 3", "status 3"},
+      {"exit 0", "cannot be read back"},
+      {"kill -9 $$", "signal Killed"},
+      {R"(echo 'Something is wrong' >&2; exec /usr/bin/ffmpeg "$@")", "Something is wrong"},
+      // It loses a frame, plays at another rate, makes another size, or cuts the file.
+      {R"(set -- "${@:1:$#-1}" -frames:v 11 "${@: -1}"; exec /usr/bin/ffmpeg "$@")",
+       "11 frames instead of 12"},
+      {R"(exec /usr/bin/ffmpeg "${@/#16/15}")", "instead of 0.688 s"},
+      {R"(exec /usr/bin/ffmpeg "${@/#scale=32:32/scale=64:64}")", "another size"},
+      {R"(/usr/bin/ffmpeg "$@"; truncate -s -600 "${@: -1}")", "instead of 12"},
+  };
+  for (const auto& c : kCases) {
+    const ProgramResult result = RunWith(c.script);
+    EXPECT_EQ(result.exitStatus, 1) << c.script;
+    EXPECT_THAT(result.errors, HasSubstr(c.message));
+    EXPECT_EQ(result.output, "");
+    ExpectNothingChanged();
+  }
+}
+
+TEST_F(AnimateLinuxTest, AnInterruptedRunLeavesNothing) {
+  for (const char* signal : {"INT", "TERM"}) {
+    const ProgramResult result =
+        RunWith("echo $$ > " + converter_.Path() + "/pid; exec sleep 100",
+                {"/usr/bin/timeout", "--preserve-status", "-s", signal, "1"});
+    EXPECT_EQ(result.exitStatus, 130);
+    ExpectNothingChanged();
+    const std::string process = converter_.Read("pid");
+    ASSERT_NE(process, "");
+    EXPECT_FALSE(fs::exists("/proc/" + process.substr(0, process.find('\n'))));
+  }
+}
+
+TEST_F(AnimateLinuxTest, TheConverterEndsWithAKilledRun) {
+  // The shell that starts the program kills it with a signal that it cannot notice.
+  RunWith("echo $$ > " + converter_.Path() + "/pid; exec sleep 100",
+          {"/usr/bin/timeout", "-s", "KILL", "1"});
+  const std::string process = converter_.Read("pid");
+  ASSERT_NE(process, "");
+  const std::string status = "/proc/" + process.substr(0, process.find('\n'));
+  for (int tries = 0; tries < 100 && fs::exists(status); ++tries) {
+    RunProgram("/bin/sleep", {"0.02"}, "/");
+  }
+  EXPECT_FALSE(fs::exists(status));
+  // A killed program cannot clear up.
+  temp_.Clear();
+}
+
+}  // namespace
