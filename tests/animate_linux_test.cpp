@@ -14,6 +14,10 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
+using Words = std::vector<std::string>;
+
+const std::string kGood = R"(exec /usr/bin/ffmpeg "$@")";
+
 class AnimateLinuxTest : public testing::Test {
  protected:
   AnimateLinuxTest() {
@@ -24,18 +28,20 @@ class AnimateLinuxTest : public testing::Test {
   }
   ~AnimateLinuxTest() override { EXPECT_THAT(temp_.Names(), IsEmpty()) << "left behind"; }
 
-  // Runs the program, after `prefix`, with a converter that is found good and then runs `script`.
-  ProgramResult RunWith(const std::string& script, std::vector<std::string> prefix = {}) {
-    converter_.Write(
-        "ffmpeg",
-        "#!/bin/bash\ncase \"$*\" in\n  *-encoders*|*framecrc*) exec /usr/bin/ffmpeg \"$@\" ;;\nesac\n" +
-            script + "\n");
+  // Runs the program, after `prefix`, with a converter that lists its encoders and reads files back
+  // as a good one does, or lists `encoders`, and otherwise runs `script`.
+  ProgramResult RunWith(const std::string& script, Words prefix = {}, const Words& options = {},
+                        const std::string& encoders = "") {
+    const std::string list = encoders.empty() ? kGood : "echo '" + encoders + "'; exit";
+    converter_.Write("ffmpeg", "#!/bin/bash\ncase \"$*\" in\n  *-encoders*) " + list +
+                                   " ;;\n  *framecrc*) " + kGood + " ;;\nesac\n" + script + "\n");
     const fs::path converter = fs::path(converter_.Path()) / "ffmpeg";
     fs::permissions(converter, fs::perms::owner_all);
     Variables here;
     here.SetTemporaryFolder(temp_.Path());
     prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), "out.avi", "--overwrite",
                                  "--converter", converter.string()});
+    prefix.insert(prefix.end(), options.begin(), options.end());
     return RunProgram(prefix[0], {prefix.begin() + 1, prefix.end()}, output_.Path());
   }
 
@@ -74,6 +80,28 @@ TEST_F(AnimateLinuxTest, BelievesNoConverter) {
     EXPECT_EQ(result.output, "");
     ExpectNothingChanged();
   }
+}
+
+TEST_F(AnimateLinuxTest, NamesAnEncoderThatIsMissing) {
+  const ProgramResult result = RunWith("exit 1", {}, {}, " V..... mpeg4  MPEG-4");
+  EXPECT_THAT(result.errors, HasSubstr("cannot make a avi file: it has no encoder for msmpeg4v3"));
+}
+
+TEST_F(AnimateLinuxTest, KeepsAFrameThatIsChangedMeanwhile) {
+  const ProgramResult result =
+      RunWith("echo more >> " + frames_.Path() + "/5.png; " + kGood, {}, {"--delete-frames"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_THAT(result.errors, HasSubstr("not deleted: 1 frames"));
+  EXPECT_THAT(frames_.Names(), ElementsAre("5.png"));
+}
+
+TEST_F(AnimateLinuxTest, WorksOnCopiesWhereThereAreNoLinks) {
+  Variables here;
+  here.Set("ASAN_OPTIONS", "detect_leaks=0");
+  const ProgramResult result =
+      RunWith(kGood, {"/usr/bin/strace", "-o", "/dev/null", "-e", "inject=symlink:error=EPERM"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_THAT(result.output, HasSubstr("out.avi: 12 frames"));
 }
 
 TEST_F(AnimateLinuxTest, AnInterruptedRunLeavesNothing) {

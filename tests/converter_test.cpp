@@ -1,11 +1,15 @@
 // What is made of the converter's words, without it.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "converter/bad_frame.h"
 #include "converter/contact_sheet.h"
+#include "converter/find_converter.h"
 #include "converter/proof.h"
 #include "film/failure.h"
+#include "platform/program.h"
 #include "platform/start_tries.h"
+#include "tests/support/temp_folder.h"
+#include "tests/support/variables.h"
 
 namespace {
 
@@ -118,6 +122,41 @@ TEST(Start, IsTriedAgainOnlyWhereTheErrorSoonPasses) {
               c.last);
     EXPECT_EQ(tries, c.errors.size());
   }
+}
+
+class FindConverter : public testing::Test {
+ protected:
+  // Sets the variables, finds "ffmpeg" in them, and returns its folder.
+  std::string Find(const char* installation, const std::string& path) {
+    Variables here;
+    here.Set("TESSARA_DIR", installation);
+    here.Set("PATH", path.c_str());
+    try {
+      return animate::FindConverter("").parent_path().string();
+    } catch (const animate::Failure& failure) {
+      return failure.what();
+    }
+  }
+
+  TempFolder one_;
+  TempFolder two_;
+};
+
+TEST_F(FindConverter, LooksInTheInstallationAndThenInThePath) {
+  const std::string name = platform::ExecutableFileName("ffmpeg");
+  const std::string separator = name == "ffmpeg" ? ":" : ";";
+  one_.MakeFolder("TessaraPro64");
+  one_.MakeFolder(name);
+  two_.Write(name);
+  const std::string both = one_.Path() + separator + separator + two_.Path();
+  EXPECT_THAT(Find(nullptr, one_.Path()), testing::StartsWith("no converter can be found: put"));
+  EXPECT_EQ(Find(nullptr, both), two_.Path());
+  EXPECT_EQ(Find(one_.Path().c_str(), both), two_.Path());
+  one_.Write("TessaraPro64/" + name);
+  EXPECT_EQ(Find(one_.Path().c_str(), both),
+            (std::filesystem::path(one_.Path()) / "TessaraPro64").string());
+  EXPECT_EQ(animate::FindConverter(two_.Path() + "/" + name).filename(), name);
+  EXPECT_THROW(animate::FindConverter(two_.Path()), animate::Failure);
 }
 
 }  // namespace

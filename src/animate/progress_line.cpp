@@ -1,28 +1,39 @@
 #include "animate/progress_line.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <string>
 
+#include "animate/shown.h"
 #include "platform/user.h"
 
 namespace animate {
 namespace {
 
-std::string Duration(double seconds) {
-  const long whole = std::lround(std::min(seconds, 359999.0));
-  char text[32];
-  if (whole >= 3600) {
-    std::snprintf(&text[0], sizeof(text), "%ld:%02ld:%02ld", whole / 3600, whole / 60 % 60,
-                  whole % 60);
-  } else {
-    std::snprintf(&text[0], sizeof(text), "%ld:%02ld", whole / 60, whole % 60);
-  }
-  return &text[0];
+// The last column stays free: a terminal goes on to the next line after it.
+std::size_t LineWidth() {
+  return static_cast<std::size_t>(std::max(platform::TerminalWidth() - 1, 0));
 }
 
 }  // namespace
+
+std::string ProgressText(std::size_t done, std::size_t total, double seconds, std::size_t width) {
+  constexpr std::size_t kWidestBar = 40;
+  constexpr std::size_t kBrackets = 2;
+  done = std::min(done, total);
+  std::string numbers = " " + std::to_string(done) + " of " + std::to_string(total) + " frames";
+  if (done != 0) {
+    const double left = seconds * static_cast<double>(total - done) / static_cast<double>(done);
+    numbers += ", " + ShownDuration(left) + " left";
+  }
+  const std::size_t needed = numbers.size() + kBrackets;
+  const std::size_t room = std::min(width > needed ? width - needed : 0, kWidestBar);
+  const std::size_t filled = room * done / total;
+  std::string line =
+      "[" + std::string(filled, '#') + std::string(room - filled, '.') + "]" + numbers;
+  // Blanks wipe what is left of a longer line.
+  line.resize(std::max(line.size(), width), ' ');
+  return line;
+}
 
 ProgressLine::ProgressLine(std::size_t total, bool isQuiet)
     : total_(total), isShown_(!isQuiet && platform::ErrorsGoToTerminal()) {
@@ -31,32 +42,15 @@ ProgressLine::ProgressLine(std::size_t total, bool isQuiet)
 
 ProgressLine::~ProgressLine() {
   if (isShown_) {
-    std::fprintf(stderr, "\r%*s\r", platform::TerminalWidth() - 1, "");
+    std::fputs(("\r" + std::string(LineWidth(), ' ') + "\r").c_str(), stderr);
   }
 }
 
 void ProgressLine::Show(std::size_t done) {
-  if (!isShown_) {
-    return;
-  }
-  done = std::min(done, total_);
-  std::string numbers = " " + std::to_string(done) + " of " + std::to_string(total_) + " frames";
-  if (done != 0) {
+  if (isShown_) {
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start_;
-    numbers +=
-        ", " +
-        Duration(spent.count() * static_cast<double>(total_ - done) / static_cast<double>(done)) +
-        " left";
+    std::fputs(("\r" + ProgressText(done, total_, spent.count(), LineWidth())).c_str(), stderr);
   }
-  constexpr int kWidestBar = 40;
-  const int room = platform::TerminalWidth() - 1 - 2 - static_cast<int>(numbers.size());
-  const auto width = static_cast<std::size_t>(std::clamp(room, 0, kWidestBar));
-  const std::size_t filled = width * done / total_;
-  std::string bar =
-      "[" + std::string(filled, '#') + std::string(width - filled, '.') + "]" + numbers;
-  // Blanks wipe what is left of a longer line.
-  bar.resize(std::max<std::size_t>(bar.size(), platform::TerminalWidth() - 1U), ' ');
-  std::fputs(("\r" + bar).c_str(), stderr);
 }
 
 }  // namespace animate

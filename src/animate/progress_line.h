@@ -3,11 +3,17 @@
 
 #include <chrono>
 #include <cstddef>
+#include <string>
 
 namespace animate {
 
-// One line on standard error that is rewritten while the work goes on: a bar, how many frames are
-// done, and the time that is left. It prints nothing when standard error is no terminal.
+// The line that says that `done` of `total` frames are done after `seconds`: a bar, the two
+// numbers, and the time that is left at this pace. As wide as `width` characters, or as the numbers
+// need.
+std::string ProgressText(std::size_t done, std::size_t total, double seconds, std::size_t width);
+
+// The line on standard error, rewritten while the work goes on. It prints nothing when standard
+// error is no terminal.
 class ProgressLine {
  public:
   // `total` is the number of frames; nothing is printed when `isQuiet`.

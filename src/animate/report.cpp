@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <iterator>
 
+#include "animate/shown.h"
 #include "film/failure.h"
 #include "platform/paths.h"
 
@@ -30,24 +30,6 @@ std::string Joined(const std::vector<std::string>& items) {
 
 std::string FrameName(const Findings& found, std::size_t index) {
   return platform::TextOfPath(found.sequence[index].name);
-}
-
-std::string Shown(Size size) {
-  return std::to_string(size.width) + "x" + std::to_string(size.height);
-}
-
-// A size in bytes for people: "123 kB".
-std::string ShownBytes(std::uint64_t bytes) {
-  static constexpr const char* kUnits[] = {"bytes", "kB", "MB", "GB", "TB"};
-  auto size = static_cast<double>(bytes);
-  std::size_t unit = 0;
-  for (; size >= 999.5 && unit + 1 < std::size(kUnits); ++unit) {
-    size /= 1000;
-  }
-  char text[32];
-  std::snprintf(&text[0], sizeof(text), size < 9.95 && unit > 1 ? "%.1f %s" : "%.0f %s", size,
-                kUnits[unit]);
-  return &text[0];
 }
 
 }  // namespace
@@ -107,9 +89,9 @@ void PrintPlan(const Plan& plan) {
   PrintNote("making: " + platform::TextOfPath(plan.output) + ", " +
             std::to_string(film.shown.size()) + " frames" +
             (held == 0 ? "" : " (" + std::to_string(held) + " of them held)") + " at " +
-            film.rate.text + " frames a second, " + Shown(film.size));
+            film.rate.text + " frames a second, " + ShownSize(film.size));
   if (film.hasSeveralSizes) {
-    PrintNote("sizes: the frames have several; all are brought to " + Shown(film.size) +
+    PrintNote("sizes: the frames have several; all are brought to " + ShownSize(film.size) +
               " with their shape kept");
   }
 }
@@ -119,7 +101,7 @@ void PrintResult(const Plan& plan, const Measurement& measured, std::uint64_t by
   std::snprintf(&length[0], sizeof(length), "%.1f s", measured.length);
   PrintText(platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
             " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
-            Shown(measured.size) + ", " + ShownBytes(bytes) + "\n");
+            ShownSize(measured.size) + ", " + ShownBytes(bytes) + "\n");
 }
 
 void FinishOutput() {
