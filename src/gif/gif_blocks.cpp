@@ -131,6 +131,9 @@ void BlockReader::ReadImage() {
   }
   image.interlaced = (packed & kGifInterlaceFlag) != 0;
   image.colours = SkipColours(packed);
+  if (image.colours.size == 0 && blocks_.colours.size == 0) {
+    throw Found{GifFault::kNoColours};
+  }
   image.data.offset = Position();
   image.codeSize = ReadByte();
   if (image.codeSize < kSmallestCodeSize || image.codeSize > kLargestCodeSize) {
@@ -228,6 +231,8 @@ const char* TextOf(GifFault fault) {
       return "holds an image without pixels";
     case GifFault::kImageOutsideScreen:
       return "holds an image that reaches beyond its size";
+    case GifFault::kNoColours:
+      return "holds an image without colours";
     case GifFault::kCodeSize:
       return "holds an image whose code size is not 2 to 8";
     case GifFault::kNoData:

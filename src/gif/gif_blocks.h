@@ -16,7 +16,7 @@ struct GifSpan {
   std::uint64_t size = 0;
 };
 
-// An image whose blocks are whole. It lies inside the screen and has at least one pixel.
+// An image whose blocks are whole. It lies inside the screen, and has a pixel and colours.
 struct GifImage {
   // In pixels of the screen.
   int left = 0;
@@ -26,7 +26,7 @@ struct GifImage {
   bool interlaced = false;
   // As the graphic control extension before it says; at rest without one.
   GifControl control;
-  // Its own colour table.
+  // Its own colour table; without one it has the screen's.
   GifSpan colours;
   // The width in bits of the data's first codes, less one: 2 to 8.
   int codeSize = 0;
@@ -51,6 +51,8 @@ enum class GifFault {
   kUnknownBlock,
   kEmptyImage,
   kImageOutsideScreen,
+  // Neither the image nor the screen has a colour table.
+  kNoColours,
   // The code size is not 2 to 8.
   kCodeSize,
   // An image without a byte of compressed data.

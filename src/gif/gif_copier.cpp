@@ -42,9 +42,6 @@ GifRefusal GifCopier::Expect(const GifBlocks& blocks) {
     return GifRefusal::kNotOneImage;
   }
   const GifImage& image = blocks.images.front();
-  if (ColoursOf(blocks, image).size == 0) {
-    return GifRefusal::kNoColours;
-  }
   if (width_ == 0) {
     width_ = blocks.width;
     height_ = blocks.height;

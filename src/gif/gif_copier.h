@@ -16,8 +16,6 @@ enum class GifRefusal {
   kNotOneImage,
   // Its screen has another size than the first frame's.
   kOtherSize,
-  // It has no colour table, so that its colours are up to whoever shows it.
-  kNoColours,
 };
 
 // Takes bytes of the animation, in their order.
