@@ -1,7 +1,6 @@
 #include "movie/avi_creator.h"
 
 #include <cstdlib>
-#include <exception>
 #include <optional>
 
 #include "frames/working_images.h"
@@ -202,7 +201,7 @@ bool k3dAviCreator::RunExternalApp(const CString& appPath, const CString& params
     }
     WriteLog("TessaraAnimationConsole::k3dAviCreator::RunExternalApp():done");
     return true;
-  } catch (const std::exception&) {
+  } catch (...) {
     WriteLog(
         "TessaraAnimationConsole::k3dAviCreator::RunExternalApp():CreateProcess():Exception caught");
     return false;
