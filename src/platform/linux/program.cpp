@@ -2,7 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 
 namespace platform {
@@ -23,8 +23,11 @@ const void* OwnModule() {
 }
 
 std::string RawCommandLine() {
-  std::ifstream file("/proc/self/cmdline", std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  const std::ifstream file("/proc/self/cmdline", std::ios::binary);
+  std::ostringstream line;
+  // Where reading fails, the stream that is written to says so.
+  line << file.rdbuf();
+  return line ? line.str() : std::string();
 }
 
 const char* ApplicationLine() {
