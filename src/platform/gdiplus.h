@@ -1,7 +1,7 @@
 // Start-up and shutdown of the GDI+ image library.
 #pragma once
 
-#include <cstdint>
+#include <memory>
 
 namespace platform {
 
@@ -19,8 +19,10 @@ class GdiplusSession {
   void Stop();
 
  private:
-  // What the system asks for at the shutdown; 0 without a session.
-  std::uintptr_t token_ = 0;
+  // What the system asks for at the shutdown. It may be set after the start, by whoever needs GDI+
+  // first, so it is no part of the session, which its owner may keep constant.
+  struct Token;
+  std::unique_ptr<Token> token_;
 };
 
 }  // namespace platform

@@ -1,5 +1,7 @@
 #include "platform/gdiplus.h"
 
+#include <cstdint>
+
 #include "platform/linux/gdiplus_library.h"
 
 namespace platform {
@@ -14,8 +16,8 @@ struct StartupInput {
 using StartupCall = int (*)(std::uintptr_t* token, const StartupInput* input, void* output);
 using ShutdownCall = void (*)(std::uintptr_t token);
 
-// Where the token of the session that is under way goes once the library is started; null without
-// a session.
+// The token of the session that is under way, 0 until the library is started; null without a
+// session.
 std::uintptr_t*& SessionToken() {
   static std::uintptr_t* token = nullptr;
   return token;
@@ -33,22 +35,28 @@ void* StartedGdiplusLibrary() {
   return library;
 }
 
-GdiplusSession::GdiplusSession() {
-  SessionToken() = &token_;
-}
+struct GdiplusSession::Token {
+  Token() { SessionToken() = &value; }
+  ~Token() {
+    if (value != 0) {
+      FindGdiplusCall<ShutdownCall>("GdiplusShutdown")(value);
+    }
+    if (SessionToken() == &value) {
+      SessionToken() = nullptr;
+    }
+  }
+  Token(const Token&) = delete;
+  Token& operator=(const Token&) = delete;
 
-GdiplusSession::~GdiplusSession() {
-  Stop();
-}
+  std::uintptr_t value = 0;
+};
+
+GdiplusSession::GdiplusSession() : token_(std::make_unique<Token>()) {}
+
+GdiplusSession::~GdiplusSession() = default;
 
 void GdiplusSession::Stop() {
-  if (token_ != 0) {
-    FindGdiplusCall<ShutdownCall>("GdiplusShutdown")(token_);
-    token_ = 0;
-  }
-  if (SessionToken() == &token_) {
-    SessionToken() = nullptr;
-  }
+  token_.reset();
 }
 
 }  // namespace platform

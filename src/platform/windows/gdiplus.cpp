@@ -4,23 +4,30 @@
 
 namespace platform {
 
-GdiplusSession::GdiplusSession() {
-  const Gdiplus::GdiplusStartupInput input;
-  ULONG_PTR token = 0;
-  if (Gdiplus::GdiplusStartup(&token, &input, nullptr) == Gdiplus::Ok) {
-    token_ = token;
+struct GdiplusSession::Token {
+  Token() {
+    const Gdiplus::GdiplusStartupInput input;
+    if (Gdiplus::GdiplusStartup(&value, &input, nullptr) != Gdiplus::Ok) {
+      value = 0;
+    }
   }
-}
+  ~Token() {
+    if (value != 0) {
+      Gdiplus::GdiplusShutdown(value);
+    }
+  }
+  Token(const Token&) = delete;
+  Token& operator=(const Token&) = delete;
 
-GdiplusSession::~GdiplusSession() {
-  Stop();
-}
+  ULONG_PTR value = 0;
+};
+
+GdiplusSession::GdiplusSession() : token_(std::make_unique<Token>()) {}
+
+GdiplusSession::~GdiplusSession() = default;
 
 void GdiplusSession::Stop() {
-  if (token_ != 0) {
-    Gdiplus::GdiplusShutdown(token_);
-    token_ = 0;
-  }
+  token_.reset();
 }
 
 }  // namespace platform
