@@ -53,12 +53,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto merger = std::make_unique<GifMerger>();
   merger->settings.messages = messages.Get();
   const auto literal = std::make_unique<LiteralMerger>();
-  for (std::size_t index = 0; index < files && !literal->ended; ++index) {
+  GifFrameResult result = GifFrameResult::kCopied;
+  for (std::size_t index = 0; index < files && result != GifFrameResult::kBrokenOff; ++index) {
     const std::string_view file = bytes.substr(std::min(index * each, bytes.size()), each);
     literal->fixedPosition = merger->settings.fixedPosition = (data[0] >> (4 + index) & 1) != 0;
-    literal->Append(std::string(file), index == 0);
-    const GifFrameResult result = merger->AppendBytes(file, output.Get(), index == 0);
-    if ((result == GifFrameResult::kBrokenOff) != literal->ended) {
+    result = merger->AppendBytes(file, output.Get(), index == 0);
+    if (literal->Append(std::string(file), index == 0) != result) {
       std::abort();
     }
   }

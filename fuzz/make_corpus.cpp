@@ -42,9 +42,11 @@ int main(int argc, char** argv) {
   }
   // Sizes and codes that a real encoder does not use.
   write(1, GifAround(0, 0, SubBlocks(std::string(520, '\0'))));
-  write(1, GifAround(0, 1, SubBlocks(PackCodes(2, {2, 0, 1, 3}))));
-  write(1, GifAround(0, 12, SubBlocks(PackCodes(13, {4096, 1, 4100, 4098, 4097}))));
-  write(1, GifAround(0, 8, SubBlocks(PackCodes(9, {300, 300, 301, 257}), 1)));
+  write(1, GifAround(0, 1, SubBlocks(PackCodes({{2, 2}, {0, 2}, {1, 2}, {3, 2}}))));
+  write(1,
+        GifAround(0, 12,
+                  SubBlocks(PackCodes({{4096, 13}, {1, 13}, {4100, 13}, {4098, 13}, {4097, 13}}))));
+  write(1, GifAround(0, 8, SubBlocks(PackCodes({{300, 9}, {300, 9}, {301, 9}, {257, 9}}), 1)));
   write(1, GifAround(0, 2, Bytes({0, 0x44, 0, 0x0A, 0})));
   return 0;
 }

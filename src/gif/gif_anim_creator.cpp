@@ -18,6 +18,12 @@ constexpr int kBrokenOffStatus = 4;
 
 }  // namespace
 
+CString TemporaryGifPath(const CString& tempRoot) {
+  // The environment can ask for an empty temp root.
+  return (tempRoot.IsEmpty() ? CString(platform::SystemTempFolder()) : tempRoot) + "\\" +
+         &kTemporaryGifName[0];
+}
+
 int k3dGifAnimCreator::CreateAnimatedGif() {
   if (g_tempRoot.IsEmpty()) {
     StartLog();
@@ -69,23 +75,26 @@ bool k3dGifAnimCreator::AppendGifFile(const CString& path, std::FILE* output, in
 }
 
 void k3dGifAnimCreator::AppendFrames(std::FILE* output) {
+  m_bFirstFrameCopied = false;
   int first = 1;
   for (const CString& path : m_caeData.m_saImageFiles) {
     const CString extension = GetFileExtension(path);
+    bool copied = false;
     if (extension.EqualsNoCase("gif")) {
-      AppendGifFile(path, output, first);
+      copied = AppendGifFile(path, output, first);
     } else if (IsImageExtension(extension)) {
-      AppendConverted(path, output, first);
+      copied = AppendConverted(path, output, first);
+    }
+    if (first != 0) {
+      m_bFirstFrameCopied = copied;
     }
     // Also when this frame brought nothing: no later frame writes the header in its place.
     first = 0;
   }
 }
 
-void k3dGifAnimCreator::AppendConverted(const CString& path, std::FILE* output, int first) {
-  // The environment can ask for an empty temp root, which would mean the root of the drive.
-  const CString folder = g_tempRoot.IsEmpty() ? CString(platform::SystemTempFolder()) : g_tempRoot;
-  const CString temporary = folder + "\\" + &kTemporaryGifName[0];
+bool k3dGifAnimCreator::AppendConverted(const CString& path, std::FILE* output, int first) {
+  const CString temporary = TemporaryGifPath(g_tempRoot);
   // A picture of an earlier run must not stand in for one that cannot be converted.
   platform::RemoveFile(temporary);
   // A conversion that fails shows only as a file that cannot be opened.
@@ -94,6 +103,7 @@ void k3dGifAnimCreator::AppendConverted(const CString& path, std::FILE* output, 
       platform::Conversion::kNotLoaded) {
     m_aHeld.emplace_back(path);
   }
-  AppendGifFile(temporary, output, first);
+  const bool copied = AppendGifFile(temporary, output, first);
   platform::RemoveFile(temporary);
+  return copied;
 }

@@ -10,6 +10,10 @@
 #include "platform/file_hold.h"
 #include "text/cstring.h"
 
+// The path of the picture that a frame is converted to: in `tempRoot`, or in the system's own
+// folder for such files when that is empty, since it would mean the root of the drive.
+CString TemporaryGifPath(const CString& tempRoot);
+
 // The caller fills the three settings, starts GDI+ and calls CreateAnimatedGif.
 class k3dGifAnimCreator {
  public:
@@ -45,10 +49,13 @@ class k3dGifAnimCreator {
   CString m_sOutputFile;
   // In frames per second; below 1 counts as the default.
   int m_nFrameRate = kDefaultFrameRate;
+  // Whether the last GIF holds its first frame. Without it nothing says what size the GIF has, and
+  // what its header says is no picture's.
+  bool m_bFirstFrameCopied = false;
 
  private:
   void AppendFrames(std::FILE* output);
-  void AppendConverted(const CString& path, std::FILE* output, int first);
+  bool AppendConverted(const CString& path, std::FILE* output, int first);
 
   // The converted frames.
   std::vector<platform::FileHold> m_aHeld;

@@ -5,15 +5,16 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <string>
 
+#include "gif/gif_merger.h"
 #include "tests/support/gif_builder.h"
+#include "text/cstring.h"
 
 class LiteralMerger {
  public:
-  // Appends the first image of `file`.
-  void Append(const std::string& file, bool first) {
+  // Appends the first image of `file`. Image data that breaks off ends everything.
+  GifFrameResult Append(const std::string& file, bool first) {
     file_ = file;
     position_ = 0;
     closed_ = false;
@@ -25,13 +26,13 @@ class LiteralMerger {
     const int colours = 2 << (screen & 7);
     if ((screen & 0x80) != 0) {
       ReadColours(colours, first);
-      output += Bytes({0x21, 0xF9, 4, 8, delay, delay >> 8, 0, 0});
+      output += Bytes({0x21, 0xF9, 4, 8, 1, 0, 0, 0});
     }
     output += first ? Bytes({0x21, 0xFF, 11}) + "NETSCAPE2.0" + Bytes({3, 1, 0, 0, 0}) : "";
     position_ = std::min(file_.find(',', position_), file_.size());
     if (Byte() == EOF) {
       messages += "GIF_Read_Header: Unexpected End of File\n";
-      return;
+      return GifFrameResult::kNoImage;
     }
     output += ',';
     for (int* const place : {&x, &y}) {
@@ -51,26 +52,24 @@ class LiteralMerger {
     try {
       CopyImage();
       output += '\0';
+      return GifFrameResult::kCopied;
     } catch (const BrokenOff&) {
       messages += "EOF in data stream\n";
-      ended = true;
+      return GifFrameResult::kBrokenOff;
     }
   }
 
-  int delay = 1;
   bool fixedPosition = false;
   int x = 0, y = 0;
   std::string output;
   std::string messages;
-  // Whether image data broke off, which ends everything.
-  bool ended = false;
 
  private:
   struct BrokenOff {};
 
   int Byte() {
-    return closed_ || position_ >= file_.size() ? EOF
-                                                : static_cast<unsigned char>(file_[position_++]);
+    const bool ended = closed_ || position_ >= file_.size();
+    return ended ? EOF : static_cast<unsigned char>(file_[position_++]);
   }
 
   // Reads `count` bytes and returns the last.
@@ -91,9 +90,9 @@ class LiteralMerger {
 
   template <typename... Values>
   void Message(const char* format, Values... values) {
-    std::array<char, 200> text = {};
-    std::snprintf(text.data(), text.size(), format, long{values}...);
-    messages += text.data();
+    CString text;
+    text.Format(format, long{values}...);
+    messages += text.GetString();
   }
 
   void CopyImage() {
@@ -120,15 +119,14 @@ class LiteralMerger {
         Add(code, previous);
         Output(code);
       }
-      int next = Code();
       previous = code;
-      if (next == clear_) {
+      code = Code();
+      if (code == clear_) {
         Clear();
         previous = Code();
         Output(previous);
-        next = Code();
+        code = Code();
       }
-      code = next;
     } while (code != clear_ + 1);
   }
 

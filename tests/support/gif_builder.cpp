@@ -9,24 +9,15 @@ std::string Word(int value) {
   return Bytes({value, value >> 8});
 }
 
-// Everything up to the image data; the colour table holds a ramp of its own for each size.
-std::string UpToImageData(int width, int height, int sizeField) {
-  std::string gif = "GIF89a" + Word(width) + Word(height) + Bytes({0x80 | sizeField, 0, 0});
-  for (int index = 0; index < 2 << sizeField; ++index) {
-    gif += Bytes({index * 37, 255 - index, index});
-  }
-  return gif + "," + Word(0) + Word(0) + Word(width) + Word(height) + Bytes({0});
-}
-
 std::string CompressPixels(const std::string& pixels, int codeSize) {
   const unsigned clear = 1U << codeSize;
-  unsigned free = clear + 2;
+  unsigned free = clear + 1;
   int width = codeSize + 1;
-  std::vector<WideCode> codes = {{clear, width}};
+  std::vector<WideCode> codes;
   std::map<std::pair<unsigned, unsigned>, unsigned> table;
-  unsigned string = static_cast<unsigned char>(pixels.at(0));
-  for (std::size_t index = 1; index < pixels.size(); ++index) {
-    const unsigned pixel = static_cast<unsigned char>(pixels[index]);
+  unsigned string = clear;
+  for (const char byte : pixels) {
+    const unsigned pixel = static_cast<unsigned char>(byte);
     const auto [entry, isNew] = table.try_emplace({string, pixel}, free);
     if (!isNew) {
       string = entry->second;
@@ -52,11 +43,7 @@ std::string CompressPixels(const std::string& pixels, int codeSize) {
 }  // namespace
 
 std::string Bytes(std::initializer_list<int> values) {
-  std::string bytes;
-  for (const int value : values) {
-    bytes += static_cast<char>(value);
-  }
-  return bytes;
+  return {values.begin(), values.end()};
 }
 
 std::string PackCodes(const std::vector<WideCode>& codes) {
@@ -73,15 +60,6 @@ std::string PackCodes(const std::vector<WideCode>& codes) {
   return held > 0 ? data + static_cast<char>(bits) : data;
 }
 
-std::string PackCodes(int width, const std::vector<unsigned>& codes) {
-  std::vector<WideCode> wide;
-  wide.reserve(codes.size());
-  for (const unsigned code : codes) {
-    wide.push_back({code, width});
-  }
-  return PackCodes(wide);
-}
-
 std::string SubBlocks(const std::string& data, std::size_t blockSize) {
   std::string blocks;
   for (std::size_t start = 0; start < data.size(); start += blockSize) {
@@ -91,11 +69,17 @@ std::string SubBlocks(const std::string& data, std::size_t blockSize) {
   return blocks;
 }
 
-std::string GifAround(int sizeField, int codeSize, const std::string& data) {
-  return UpToImageData(3, 2, sizeField) + Bytes({codeSize}) + data;
+std::string GifAround(int sizeField, int codeSize, const std::string& data, int width, int height) {
+  const std::string size = Word(width) + Word(height);
+  std::string gif = "GIF89a" + size + Bytes({0x80 | sizeField, 0, 0});
+  // A ramp of its own for each size.
+  for (int index = 0; index < 2 << sizeField; ++index) {
+    gif += Bytes({index * 37, 255 - index, index});
+  }
+  return gif + "," + Word(0) + Word(0) + size + Bytes({0, codeSize}) + data;
 }
 
 std::string GifOfPixels(int width, int height, int pixelBits, const std::string& pixels) {
-  return UpToImageData(width, height, pixelBits - 1) + Bytes({pixelBits}) +
-         SubBlocks(CompressPixels(pixels, pixelBits)) + Bytes({0}) + ";";
+  const std::string data = SubBlocks(CompressPixels(pixels, pixelBits)) + Bytes({0}) + ";";
+  return GifAround(pixelBits - 1, pixelBits, data, width, height);
 }
