@@ -47,9 +47,8 @@ class GifInput {
   // Makes the rest of the last run unread again.
   void PutBack(const Run& rest) { next_ -= static_cast<std::size_t>(rest.end - rest.next); }
 
-  // Begins copying to `output`, which may be null for nowhere, with the next byte that is read;
-  // ends it, with all bytes that were read meanwhile written. What the output refuses is lost
-  // silently.
+  // Begins copying to `output` with the next byte that is read; ends it, with all bytes that were
+  // read meanwhile written. What the output refuses is lost silently.
   void StartCopying(std::FILE* output);
   void StopCopying();
 

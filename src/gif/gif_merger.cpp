@@ -182,9 +182,7 @@ void GifMerger::ReadColours(bool copy, int count) {
 
 // Writes the low eight bits.
 void GifMerger::WriteByte(int value) {
-  if (output_ != nullptr) {
-    std::fputc(value & 0xFF, output_);
-  }
+  std::fputc(value & 0xFF, output_);
 }
 
 void GifMerger::WriteWord(int value) {
@@ -193,7 +191,5 @@ void GifMerger::WriteWord(int value) {
 }
 
 void GifMerger::WriteText(std::string_view text) {
-  if (output_ != nullptr) {
-    std::fwrite(text.data(), 1, text.size(), output_);
-  }
+  std::fwrite(text.data(), 1, text.size(), output_);
 }

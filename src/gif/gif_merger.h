@@ -55,10 +55,10 @@ class GifMerger {
  public:
   GifSettings settings;
 
-  // Appends the first image of the GIF file at `path` to `output`; with null for `output` the file
-  // is only looked at. `first` says that this frame brings the header, the screen descriptor and
-  // the global colour table. Returns what became of it, after a message when it was not copied.
-  // Data that no encoder writes also brings a message, but counts as copied.
+  // Appends the first image of the GIF file at `path` to `output`. `first` says that this frame
+  // brings the header, the screen descriptor and the global colour table. Returns what became of
+  // it, after a message when it was not copied. Data that no encoder writes also brings a message,
+  // but counts as copied.
   GifFrameResult AppendFile(const std::string& path, std::FILE* output, bool first);
 
   // The same for a GIF file whose content is `file`.

@@ -19,10 +19,9 @@ class LzwFollower {
   bool debug = false;
 
   // Reads image data from `input`, from the code size up to the byte that holds the code that ends
-  // it, and copies it to `output` unless that is null. Data that no encoder writes (a code or a
-  // code size that the tables have no place for) ends the image there, after a message. Returns
-  // false, after a message, when the input ends before the data does; what was read until then is
-  // copied.
+  // it, and copies it to `output`. Data that no encoder writes (a code or a code size that the
+  // tables have no place for) ends the image there, after a message. Returns false, after a
+  // message, when the input ends before the data does; what was read until then is copied.
   bool CopyImageData(GifInput& input, std::FILE* output);
 
  private:
