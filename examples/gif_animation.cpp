@@ -54,8 +54,8 @@ int main(int argc, char** argv) {
   }
   const char* const wrong = WhatIsWrong(g_gifAnimCreator);
   if (wrong != nullptr) {
-    std::fprintf(stderr, "%s cannot be shown: it %s.\n",
-                 g_gifAnimCreator.m_sOutputFile.GetString(), wrong);
+    std::fprintf(stderr, "%s cannot be shown: it %s.\n", g_gifAnimCreator.m_sOutputFile.GetString(),
+                 wrong);
     return 1;
   }
   return 0;

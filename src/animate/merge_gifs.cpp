@@ -37,8 +37,6 @@ const char* TextOf(GifRefusal refusal) {
       return "has several pictures";
     case GifRefusal::kOtherSize:
       return "has another size than the first frame";
-    case GifRefusal::kNoColours:
-      return "has no colours of its own";
     case GifRefusal::kNone:
       break;
   }

@@ -57,7 +57,7 @@ Rate ReadRate(const std::string& text) {
       isDigits(text.substr(0, point)) && (point == text.size() || isDigits(text.substr(point + 1)));
   const double rate = isDecimal ? std::strtod(text.c_str(), nullptr) : 0;
   if (!(rate > 0 && rate <= kHighestRate)) {
-    WrongUse("--rate: \"" + text + "\" is not a number above 0 up to 1000");
+    WrongUse("--rate: " + Quoted(text) + " is not a number above 0 up to 1000");
   }
   return {text, rate};
 }
@@ -72,7 +72,7 @@ Size ReadSize(const std::string& text) {
   const Size size = {read(text.substr(0, mark)),
                      mark == text.size() ? 0 : read(text.substr(mark + 1))};
   if (std::min(size.width, size.height) < 1 || std::max(size.width, size.height) > kLargestSide) {
-    WrongUse("--size: \"" + text + "\" is not WIDTHxHEIGHT with each from 1 to 16384");
+    WrongUse("--size: " + Quoted(text) + " is not WIDTHxHEIGHT with each from 1 to 16384");
   }
   return size;
 }
@@ -182,7 +182,7 @@ Given Parse(const std::vector<std::string>& arguments, Options& options) {
 std::filesystem::path ReadContactSheet(const std::string& text) {
   std::filesystem::path sheet = ReadPath(text, "--contact-sheet");
   if (LowerCase(Extension(sheet)) != "png") {
-    WrongUse("--contact-sheet: \"" + text + "\" does not end in .png");
+    WrongUse("--contact-sheet: " + Quoted(text) + " does not end in .png");
   }
   return sheet;
 }

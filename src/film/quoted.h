@@ -8,9 +8,12 @@
 
 namespace animate {
 
-// A path as messages show it.
+// A text of the user's, and a path, as messages show them.
+inline std::string Quoted(const std::string& text) {
+  return "\"" + text + "\"";
+}
 inline std::string Quoted(const std::filesystem::path& path) {
-  return "\"" + platform::TextOfPath(path) + "\"";
+  return Quoted(platform::TextOfPath(path));
 }
 
 }  // namespace animate
