@@ -257,8 +257,7 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
   EXPECT_EQ(made.errors, findings + "making: " + (fs::path(output_.Path()) / "out.mp4").string() +
                              ", 10 frames (3 of them held) at 2.5 frames a second, 16x18\n");
   EXPECT_THAT(made.output,
-              testing::MatchesRegex("out.mp4: 10 frames, 4.0 s at 2.5 frames a second, "
-                                    "16x18, [0-9]+ (bytes|kB)\n"));
+              testing::StartsWith("out.mp4: 10 frames, 4.0 s at 2.5 frames a second, 16x18, "));
   const ProgramResult quiet = Run({"out.mp4", "-q", "--overwrite"});
   EXPECT_EQ(quiet.output + quiet.errors, "");
 }
