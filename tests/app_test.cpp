@@ -13,21 +13,9 @@
 
 namespace {
 
-using testing::ElementsAre;
+using namespace testing;
 
-class AppTest : public LogFixture {
- protected:
-  static void Parse(std::vector<std::string> arguments) {
-    std::vector<char*> vector;
-    vector.reserve(arguments.size());
-    for (std::string& argument : arguments) {
-      vector.push_back(argument.data());
-    }
-    g_aviCreator = k3dAviCreator();
-    g_ownImages = false;
-    EXPECT_TRUE(ParseCommandLineForAVI(static_cast<int>(vector.size()), vector.data()));
-  }
-};
+class AppTest : public LogFixture {};
 
 TEST_F(AppTest, OptionsAreReadAsTheyStand) {
   const struct {
@@ -43,7 +31,6 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
       {{"-S", "50", "-Fr", "9", "x-fr", "7", "-FRAMERATE"}, 7, 1, 640, 480, false},
       {{"-FR-SF", "3"}, 3, 3, 640, 480, false},
       {{"-FR", "-SF", "4"}, 0, 4, 640, 480, false},
-      {{"-FR", "-5", "-SF", "0x10"}, -5, 0, 640, 480, false},
       {{"-TESSARA_IMAGES", "1", "-IMG_DIM"}, 16, 1, 640, 480, true},
       {{"-TESSARA_IMAGES", "1", "-TESSARA_IMAGES", "no"}, 16, 1, 640, 480, false},
       {{"-FR", "20", "-IMG_DIM", "100"}, 20, 1, 100, 480, false},
@@ -51,22 +38,26 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
   for (const auto& c : kCases) {
     std::vector<std::string> arguments = {"program", "-FR", "-SF"};
     arguments.insert(arguments.end(), c.options.begin(), c.options.end());
-    Parse(arguments);
-    const std::string shown = testing::PrintToString(c.options);
+    std::vector<char*> vector;
+    for (std::string& argument : arguments) {
+      vector.push_back(argument.data());
+    }
+    g_aviCreator = k3dAviCreator();
+    g_ownImages = false;
+    EXPECT_TRUE(ParseCommandLineForAVI(static_cast<int>(vector.size()), vector.data()));
     const k3dAviCreator& read = g_aviCreator;
     EXPECT_EQ(read.m_sInputFolder + read.m_sOutputFile, "-FR-SF") << "always the paths";
     EXPECT_EQ(
         std::tie(read.m_nFrameRate, read.m_fSizeFactor, read.m_nWidth, read.m_nHeight, g_ownImages),
         std::tie(c.rate, c.factor, c.width, c.height, c.ownImages))
-        << shown;
+        << PrintToString(c.options);
   }
 }
 
 TEST_F(AppTest, SweepDeletesMarkedImagesOnly) {
   const TempFolder swept;
   swept.WriteAll({"frame_qmbImg_001.JPG", "frame_QMBIMG_002.jpg", "a_console_qmbImgTemp_3.png",
-                  "qmbImg.txt", "notes_qmbImg", "plain.png"});
-  swept.MakeFolder("folder_qmbImg.png");
+                  "qmbImg.txt", "notes_qmbImg", "plain.png", "folder_qmbImg.png/inside"});
   CleanTrails(swept.Path());
   EXPECT_THAT(swept.Names(), ElementsAre("folder_qmbImg.png", "frame_QMBIMG_002.jpg",
                                          "notes_qmbImg", "plain.png", "qmbImg.txt"));
@@ -82,7 +73,7 @@ TEST_F(AppTest, RunEndsWhenTheFrameworkCannotStart) {
   // There is no application object in the tests.
   EXPECT_EQ(RunConsole(0, nullptr, nullptr), 1);
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "Fatal Error: MFC initialization failed\n");
-  EXPECT_EQ(temp_.Read("TessaraMovieConsole_Log.txt"), "");
+  EXPECT_THAT(temp_.Names(), IsEmpty()) << "nothing is logged";
 }
 
 }  // namespace

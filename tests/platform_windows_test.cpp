@@ -40,14 +40,11 @@ TEST_F(WindowsTest, ProgramCarriesItsVersion) {
   const std::string program = home_ / "program.exe";
   std::string block(GetFileVersionInfoSizeA(program.c_str(), nullptr), '\0');
   GetFileVersionInfoA(program.c_str(), 0, static_cast<DWORD>(block.size()), block.data());
-  VS_FIXEDFILEINFO* fixed = nullptr;
+  char* version = nullptr;
   UINT length = 0;
-  ASSERT_TRUE(VerQueryValueA(block.data(), "\\", reinterpret_cast<void**>(&fixed), &length));
-  const DWORD high = fixed->dwFileVersionMS;
-  const DWORD low = fixed->dwFileVersionLS;
-  CString version;
-  version.Format("%lu.%lu.%lu.%lu", high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF);
-  EXPECT_EQ(version, TESSARA_VERSION);
+  ASSERT_TRUE(VerQueryValueA(block.data(), "\\StringFileInfo\\040904E4\\FileVersion",
+                             reinterpret_cast<void**>(&version), &length));
+  EXPECT_STREQ(version, TESSARA_VERSION);
 }
 
 }  // namespace

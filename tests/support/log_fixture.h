@@ -9,8 +9,8 @@
 #include "tests/support/temp_folder.h"
 #include "tests/support/variables.h"
 
-// The messages of a log's text, without their time stamps.
-std::vector<std::string> LogMessages(const std::string& log);
+// What follows `start` in each line of `text` that holds it.
+std::vector<std::string> LinesAfter(const std::string& start, const std::string& text);
 
 class LogFixture : public testing::Test {
  protected:
@@ -22,7 +22,7 @@ class LogFixture : public testing::Test {
   void SetVariable(const std::string& name, const char* value) { variables_.Set(name, value); }
 
   // The messages logged so far, without their time stamps.
-  std::vector<std::string> Log() const { return LogMessages(temp_.Read("log.txt")); }
+  std::vector<std::string> Log() const { return LinesAfter("] ", temp_.Read("log.txt")); }
 
   // The temp root.
   TempFolder temp_;

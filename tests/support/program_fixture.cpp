@@ -1,45 +1,30 @@
 #include "tests/support/program_fixture.h"
 
-#include <filesystem>
-#include <sstream>
-
-#include "platform/program.h"
-
-namespace fs = std::filesystem;
+using platform::ExecutableFileName;
 
 ProgramFixture::ProgramFixture() {
-  fs::copy_file(TESSARA_PROGRAM, fs::path(home_.Path()) / platform::ExecutableFileName("program"));
+  std::filesystem::copy_file(TESSARA_PROGRAM, home_.File(ExecutableFileName("program")));
   SetVariable("TESSARA_TEMP_PATH", temp_.Path().c_str());
   SetVariable("TESSARA_DIR", nullptr);
 }
 
-void ProgramFixture::UseRecordingConverter(int exitCode) {
-  fs::copy_file(TESSARA_RECORDING_CONVERTER,
-                fs::path(home_.Path()) / platform::ExecutableFileName("ffmpeg"),
-                fs::copy_options::overwrite_existing);
-  SetVariable("TESSARA_RECORD", (home_.Path() + "/record").c_str());
+void ProgramFixture::UseRecordingConverter() {
+  std::filesystem::copy_file(TESSARA_RECORDING_CONVERTER, home_.File(ExecutableFileName("ffmpeg")));
+  SetVariable("TESSARA_RECORD", home_.File("record").string().c_str());
   SetVariable("TESSARA_RECORD_FOLDER", frames_.Path().c_str());
-  SetVariable("TESSARA_RECORD_EXIT", std::to_string(exitCode).c_str());
-}
-
-void ProgramFixture::UseRealConverter() {
-  SetVariable("TESSARA_DIR", TESSARA_INSTALLATION);
 }
 
 ProgramResult ProgramFixture::Run(const std::vector<std::string>& arguments) const {
-  return RunProgram((fs::path(home_.Path()) / platform::ExecutableFileName("program")).string(),
-                    arguments, output_.Path());
+  ProgramResult result =
+      RunProgram(home_.File(ExecutableFileName("program")).string(), arguments, output_.Path());
+  EXPECT_EQ(result.exitStatus, 0);
+  return result;
 }
 
-std::vector<std::string> ProgramFixture::Log() const {
-  return LogMessages(temp_.Read("TessaraMovieConsole_Log.txt"));
+std::vector<std::string> ProgramFixture::Log(const std::string& start) const {
+  return LinesAfter("] " + start, temp_.Read("TessaraMovieConsole_Log.txt"));
 }
 
-std::vector<std::string> ProgramFixture::Record() const {
-  std::vector<std::string> lines;
-  std::istringstream record(home_.Read("record"));
-  for (std::string line; std::getline(record, line);) {
-    lines.push_back(line);
-  }
-  return lines;
+std::vector<std::string> ProgramFixture::Record(const std::string& start) const {
+  return LinesAfter(start, home_.Read("record"));
 }

@@ -1,32 +1,24 @@
-// A test that runs the whole program in folders of its own.
+// A test that runs the console program in folders of its own.
 #pragma once
-
-#include <string>
-#include <vector>
 
 #include "tests/support/log_fixture.h"
 #include "tests/support/run_program.h"
-#include "tests/support/temp_folder.h"
 
 class ProgramFixture : public LogFixture {
  protected:
   // A copy of the program in a folder without a converter, and an empty input folder.
   ProgramFixture();
 
-  // Puts the recording stand-in beside the program; it will end with `exitCode`.
-  void UseRecordingConverter(int exitCode = 0);
+  // Puts the recording stand-in, which always fails, beside the program.
+  void UseRecordingConverter();
 
-  // Lets the program find the real converter.
-  void UseRealConverter();
-
-  // Runs the program in the output folder.
+  // Runs the program, which always ends with 0, in the output folder.
   ProgramResult Run(const std::vector<std::string>& arguments) const;
 
-  // What the log holds of all runs.
-  std::vector<std::string> Log() const;
-
-  // What the recording converter noted of all its runs.
-  std::vector<std::string> Record() const;
+  // What follows `start` in the messages that all runs have logged, and in what the recording
+  // converter noted of all its runs.
+  std::vector<std::string> Log(const std::string& start = "") const;
+  std::vector<std::string> Record(const std::string& start) const;
 
   TempFolder home_;
   TempFolder frames_;

@@ -1,25 +1,15 @@
 #include "tests/support/temp_folder.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 
 namespace fs = std::filesystem;
 
-namespace {
-
-// Texts hold UTF-8 in every build; the library would take them for the C locale's on Windows.
-fs::path PathOf(const std::string& text) {
-  return {std::u8string(text.begin(), text.end())};
-}
-
-}  // namespace
-
-TempFolder::TempFolder() {
-  std::random_device random;
-  path_ = (fs::temp_directory_path() / ("tessara-" + std::to_string(random()))).string();
+TempFolder::TempFolder()
+    : path_((fs::temp_directory_path() / ("tessara-" + std::to_string(std::random_device()())))
+                .string()) {
   fs::create_directory(path_);
 }
 
@@ -28,8 +18,14 @@ TempFolder::~TempFolder() {
   fs::remove_all(path_, error);
 }
 
+// Texts hold UTF-8 in every build; the library would take them for the C locale's on Windows.
+fs::path TempFolder::File(const std::string& name) const {
+  return fs::path(path_) / std::u8string(name.begin(), name.end());
+}
+
 void TempFolder::Write(const std::string& name, const std::string& content) const {
-  std::ofstream(PathOf(path_ + "/" + name), std::ios::binary) << content;
+  fs::create_directories(File(name).parent_path());
+  std::ofstream(File(name), std::ios::binary) << content;
 }
 
 void TempFolder::WriteAll(const std::vector<std::string>& names) const {
@@ -38,20 +34,16 @@ void TempFolder::WriteAll(const std::vector<std::string>& names) const {
   }
 }
 
-void TempFolder::MakeFolder(const std::string& name) const {
-  fs::create_directory(PathOf(path_ + "/" + name));
-}
-
 void TempFolder::Clear() const {
-  for (const fs::directory_entry& entry : fs::directory_iterator(path_)) {
-    fs::remove_all(entry.path());
+  for (const std::string& name : Names()) {
+    fs::remove_all(File(name));
   }
 }
 
 std::string TempFolder::Read(const std::string& name) const {
-  std::ifstream file(PathOf(path_ + "/" + name), std::ios::binary);
+  std::ifstream file(File(name), std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+  std::erase(text, '\r');
   return text;
 }
 

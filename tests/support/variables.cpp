@@ -8,11 +8,7 @@ void SetNow(const std::string& name, const char* value) {
 #ifdef _WIN32
   _putenv_s(name.c_str(), value == nullptr ? "" : value);
 #else
-  if (value == nullptr) {
-    unsetenv(name.c_str());
-  } else {
-    setenv(name.c_str(), value, 1);
-  }
+  value == nullptr ? unsetenv(name.c_str()) : setenv(name.c_str(), value, 1);
 #endif
 }
 
