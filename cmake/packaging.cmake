@@ -25,7 +25,7 @@ set(documents_dir ${CMAKE_CURRENT_BINARY_DIR}/documents)
 find_program(CMARK_GFM cmark-gfm)
 mark_as_advanced(CMARK_GFM)
 file(GLOB pages RELATIVE ${source} CONFIGURE_DEPENDS ${source}/docs/*.md)
-foreach(page IN ITEMS README.md CHANGELOG.md LISTS pages)
+foreach(page IN ITEMS README.md CHANGELOG.md CONTRIBUTING.md LISTS pages)
   set(document ${source}/${page})
   if(CMARK_GFM)
     string(REGEX REPLACE "\\.md$" ".html" html ${page})
@@ -107,8 +107,8 @@ if(NOT WIN32)
   set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "TessaraAnimate finds the frames in a folder, orders them by the numbers in
 their names, has ffmpeg encode them as MP4, GIF, AVI, WMV, FLV, SWF, MOV, WebM
-or animated PNG, and proves the result before it is put in place. It never
-changes a frame.
+or animated PNG, and proves the result before it is put in place. It only
+reads the frames, unless told to delete them afterwards.
 TessaraAnimationConsole does the same for software that calls it with frames
 that are no longer needed: it deletes them.")
   include(CPack)
