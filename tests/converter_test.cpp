@@ -145,8 +145,8 @@ class FindConverter : public testing::Test {
 TEST_F(FindConverter, LooksInTheInstallationAndThenInThePath) {
   const std::string name = platform::ExecutableFileName("ffmpeg");
   const std::string separator = name == "ffmpeg" ? ":" : ";";
-  one_.MakeFolder("TessaraPro64");
-  one_.MakeFolder(name);
+  // Folders of those names are no converters.
+  one_.Write(name + "/file");
   two_.Write(name);
   const std::string both = one_.Path() + separator + separator + two_.Path();
   EXPECT_THAT(Find(nullptr, one_.Path()), testing::StartsWith("no converter can be found: put"));

@@ -29,10 +29,10 @@ std::string Segment(const std::string& marker, const std::string& data) {
 
 // The bits of a sample, then height and width.
 const std::string kJpegFrame = "\x08" + BigEndian(5, 2) + BigEndian(300, 2) + "rest";
-// A thumbnail in front, a table whose marker is like a frame's, and a filled marker.
-const std::string kJpeg = "\xFF\xD8" + Segment("\xE1", "\xFF\xC0 thumb \xFF\xD9") +
-                          Segment("\xC4", "no frame here") + "\xFF" + Segment("\xC2", kJpegFrame) +
-                          Segment("\xDA", "scan") + "data \xFF";
+// A thumbnail in front, tables whose markers are like a frame's, and a filled marker.
+const std::string kJpeg = "\xFF\xD8" + Segment("\xE1", "\xFF\xC0 thumb \xFF\xD9") + "\xFF" +
+                          Segment("\xC2", kJpegFrame) + Segment("\xC4", "no frame here") +
+                          Segment("\xCC", "nor is here") + Segment("\xDA", "scan") + "data \xFF";
 
 std::string Bmp(std::uint32_t width, std::uint32_t height, int bits, std::uint32_t compression) {
   return "BM12345678" + LittleEndian(54, 4) + LittleEndian(40, 4) + LittleEndian(width, 4) +
