@@ -28,7 +28,7 @@ const std::string kConverter =
     std::string(TESSARA_INSTALLATION "/TessaraPro64/") + platform::ExecutableFileName("ffmpeg");
 
 // Small pictures of every type; all of picture N is of the grey level 2 N.
-constexpr int kSamples = 121;
+constexpr int kSamples = 61;
 
 ProgramResult Convert(const Words& arguments, const TempFolder& folder) {
   Words words = {"-v", "error", "-nostdin", "-y"};
@@ -212,10 +212,10 @@ TEST_F(AnimateTest, MakesTheRightMovieOfEveryFolder) {
     Frames frames;
     int first;
   } kCases[] = {
-      {numbered("frame_%d.png", 1, 120, "png"), 1},
+      {numbered("frame_%d.png", 1, 60, "png"), 1},
       {numbered("%d.bmp", 8, 12, "bmp"), 8},
       {numbered("%03d_temp.tif", 8, 12, "tiff"), 8},
-      {numbered("DSC%05d.JPG", 98, 101, "jpg"), 98},
+      {numbered("DSC%05d.JPG", 8, 12, "jpg"), 8},
       {numbered("%d.gif", 8, 12, "gif"), 8},
       {numbered("100%% of (%d)'s.png", 8, 12, "png"), 8},
       {numbered("\xE6\x97\xA5\xE6\x9C\xAC e\xCC\x81 \xD0\xBA%d.png", 8, 12, "png"), 8},
@@ -270,7 +270,7 @@ TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
   // A wide frame keeps its shape: its middle is grey, and above it is black.
   TempFolder wide;
   Convert(
-      {"-i", Samples().Path() + "/100.png", "-vf", "scale=64:16", "-pix_fmt", "rgba", "wide.png"},
+      {"-i", Samples().Path() + "/60.png", "-vf", "scale=64:16", "-pix_fmt", "rgba", "wide.png"},
       wide);
   std::ifstream file(wide.Path() + "/wide.png", std::ios::binary);
   Fill({{"f1.png", Sample(1, "png")},
@@ -280,7 +280,7 @@ TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
     const ProgramResult result = Run({output});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_THAT(result.errors, HasSubstr("all are brought to 16x16"));
-    EXPECT_THAT(Levels(output), ElementsAre(1, 100, 3));
+    EXPECT_THAT(Levels(output), ElementsAre(1, 60, 3));
   }
 }
 
@@ -302,7 +302,7 @@ TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {
 }
 
 TEST_F(AnimateTest, PicturesAreThoseOfTheConsoleProgram) {
-  for (const char* name : {"out.mp4", "out.avi", "out.wmv"}) {
+  for (const char* name : {"out.mp4", "out.wmv"}) {
     FillNumbered({10, 20, 30, 40}, "jpg");
     ASSERT_EQ(Run({name, "--size", "640x480"}).exitStatus, 0);
     if (name != std::string("out.mp4")) {
