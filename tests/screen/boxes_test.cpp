@@ -25,14 +25,15 @@ BOOL CALLBACK NoteChild(HWND child, LPARAM seen) {
   return TRUE;
 }
 
-// Waits for a box without an owner and with `caption`, reads it and presses `button`.
+// Waits for a box with `caption`, reads it and presses `button`. Notes "owner" when it has one.
 Texts ReadAndAnswer(const char* caption, WORD button) {
   Texts seen;
   for (int attempt = 0; attempt < 600 && seen.empty(); ++attempt) {
     Sleep(50);
     auto* const box = FindWindowA("#32770", caption);
-    if (box != nullptr && IsWindowVisible(box) != 0 && GetWindow(box, GW_OWNER) == nullptr) {
+    if (IsWindowVisible(box) != 0) {
       EnumChildWindows(box, NoteChild, reinterpret_cast<LPARAM>(&seen));
+      seen.resize(seen.size() + (GetWindow(box, GW_OWNER) == nullptr ? 0 : 1), "owner");
       PostMessageA(box, WM_COMMAND, button, 0);
     }
   }
