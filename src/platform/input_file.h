@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "platform/file_status.h"
 #include "platform/result.h"
@@ -32,7 +33,8 @@ class InputFile {
   std::string Read(std::uint64_t offset, std::size_t count) const;
 
  private:
-  InputFile(std::intptr_t handle, FileStatus status) : handle_(handle), status_(status) {}
+  InputFile(std::intptr_t handle, FileStatus status)
+      : handle_(handle), status_(std::move(status)) {}
 
   // The system's own handle, -1 for none.
   std::intptr_t handle_ = -1;
