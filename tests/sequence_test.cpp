@@ -1,87 +1,314 @@
-// Which images are a sequence, in which order, and what is missing: on names alone.
-#include "sequence/sequence.h"
+// Which images of a folder are a film, and in which order: names in, order or refusal out.
+#include "sequence/selection.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
 #include "film/failure.h"
+#include "platform/paths.h"
+#include "sequence/name_pattern.h"
+#include "sequence/range.h"
+#include "tests/reference/literal_sequence.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+using animate::SequenceOptions;
 using Words = std::vector<std::string>;
 
-TEST(Sequence, OrdersByNumbersAndFindsWhatIsMissing) {
-  const std::string longOne = "12345678901234567890123456789";
-  const struct {
-    Words names;
-    Words order;
-    std::vector<std::size_t> gaps;
-    std::size_t doubles;
-    std::size_t leftOut;
-  } kCases[] = {
-      {{"10.png", "9.png", "8.png"}, {"8.png", "9.png", "10.png"}, {}, 0, 0},
-      {{"f0.png", "f30.png", "f10.png", "f20.png"},
-       {"f0.png", "f10.png", "f20.png", "f30.png"},
-       {},
-       0,
-       0},
-      {{"f1.png", "f2.png", "f3.png", "f7.png"},
-       {"f1.png", "f2.png", "f3.png", "f7.png"},
-       {3},
-       0,
-       0},
-      {{"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"},
-       {"s1_9.png", "s1_10.png", "s2_1.png", "s2_2.png", "s2_4.png", "s2_5.png"},
-       {1},
-       0,
-       0},
-      {{"A2.JPG", "a1.jpeg", "a3.jpg", "a.jpg", "b1.jpg"},
-       {"a1.jpeg", "A2.JPG", "a3.jpg"},
-       {},
-       0,
-       2},
-      {{"a1.png", "a01.png", "a2.png"}, {"a01.png", "a1.png", "a2.png"}, {}, 1, 0},
-      {{longOne + "1.tif", longOne + "0.tiff", "9" + longOne + "0.tif"},
-       {longOne + "0.tiff", longOne + "1.tif", "9" + longOne + "0.tif"},
-       {},
-       0,
-       0},
-      {{"x0.25.png", "x0.50.png", "x1.00.png", "x.txt"},
-       {"x0.25.png", "x0.50.png", "x1.00.png"},
-       {},
-       0,
-       0},
-      {{"10-59-58.png", "10-59-59.png", "11-00-00.png"},
-       {"10-59-58.png", "10-59-59.png", "11-00-00.png"},
-       {},
-       0,
-       0},
-  };
-  for (const auto& c : kCases) {
-    const animate::Findings found =
-        animate::FindSequence({c.names.begin(), c.names.end()}, std::nullopt);
-    Words order;
-    for (const animate::NumberedName& frame : found.sequence) {
-      order.push_back(frame.name.string());
-    }
-    EXPECT_EQ(order, c.order);
-    std::vector<std::size_t> gaps;
-    for (const animate::Gap& gap : found.gaps) {
-      gaps.push_back(gap.count);
-    }
-    EXPECT_EQ(gaps, c.gaps) << c.names[0];
-    EXPECT_EQ(found.doubles.size(), c.doubles) << c.names[0];
-    EXPECT_EQ(found.leftOut.size(), c.leftOut) << c.names[0];
+// The stems of the frames between commas, or behind "!" why there are none.
+std::string Found(const std::string& stems, const SequenceOptions& options,
+                  const std::function<std::string(const animate::Findings&)>& shown) {
+  std::vector<std::filesystem::path> names;
+  std::istringstream words(stems);
+  for (std::string stem; std::getline(words, stem, '|');) {
+    names.emplace_back(std::filesystem::path(std::u8string(stem.begin(), stem.end()) + u8".png"));
+  }
+  try {
+    return shown(animate::FindSequence(names, options));
+  } catch (const animate::Failure& failure) {
+    return std::string("!") + failure.what();
   }
 }
 
-TEST(Sequence, MeansTheFrameThatIsNamed) {
-  const std::vector<fs::path> names = {"a1.png", "a2.png", "b1.png", "b2.png", "logo.png"};
-  EXPECT_EQ(animate::FindSequence(names, "b2.png").sequence.front().name, "b1.png");
-  EXPECT_THROW(animate::FindSequence(names, std::nullopt), animate::Failure);
-  EXPECT_THROW(animate::FindSequence(names, "logo.png"), animate::Failure);
-  EXPECT_THROW(animate::FindSequence({"a1.png"}, std::nullopt), animate::Failure);
-  EXPECT_THROW(animate::FindSequence({}, std::nullopt), animate::Failure);
+std::string Order(const animate::Findings& findings) {
+  std::string text;
+  for (const animate::FoundFrame& frame : findings.frames) {
+    text += (text.empty() ? "" : "|") + platform::TextOfPath(frame.name.stem());
+  }
+  return text;
+}
+
+std::string Missing(const animate::Findings& findings) {
+  std::string text = findings.step ? "by " + findings.step->Text() : "no step";
+  for (const animate::Gap& gap : findings.gaps) {
+    text += ", " + gap.first + (gap.count == 1 ? "" : " to " + gap.last) + " after " +
+            std::to_string(gap.after);
+  }
+  return text;
+}
+
+TEST(Sequence, ReadsNumbersAsTheNamesTellTogether) {
+  const SequenceOptions decimal = {.numbers = animate::Numbers::kDecimal};
+  const SequenceOptions whole = {.numbers = animate::Numbers::kWhole};
+  const std::string both = "!the numbers can be read in two ways: as decimals ";
+  const std::string options = "; give --numbers decimal or --numbers whole";
+  const struct {
+    const char* names;
+    // Empty for the names as they stand; what a refusal begins with.
+    std::string order = {};
+    SequenceOptions options = {};
+  } kCases[] = {
+      // Decimals.
+      {"p_0.05|p_0.1|p_0.15|p_0.2"},
+      {"p_0,05|p_0,1|p_0,15"},
+      {"t=1e-05|t=0.1|t=0.25|t=0.5|t=1|t=1.5|t=10"},
+      {"0.0|0.25|0.5|1.0|10.0"},
+      {"step_003_t0.0001|step_010_t0.00005|step_010_t1"},
+      {"1.0E-5|2.5E-5|1.0E-4|1.0|1.0E10"},
+      {"x0.5,1.0|x0.5,1.25|x0.5,1.5|x10.5,1.75"},
+      // Signs.
+      {"angle_-10|angle_-9|angle_0|angle_9|angle_10"},
+      {"z=-5|z=-2|z=4"},
+      {"(-3)|(-2)|(1)"},
+      {"-2|-1|0|+5"},
+      {"shot-2-9|shot-2-10"},
+      {"run-4|run-5"},
+      // Counters.
+      {"1.1|1.2|1.3|1.4|1.5|1.6|1.7|1.8|1.9|1.10"},
+      {"1.0|1.9|1.10"},
+      {"v1.2.3_007|v1.2.3_008|v1.2.20_001"},
+      {"s01e01|s01e02|s01e03|s02e04"},
+      {"9|10|00011|12345678901234567890123456789"},
+      // What nothing tells, or both.
+      {"1.9|1.11|1.2",
+       both + "1.11.png, 1.2.png, 1.9.png; as counters 1.2.png, 1.9.png, 1.11.png" + options},
+      {"1.11|1.2|1.9", "", decimal},
+      {"1.2|1.9|1.11", "", whole},
+      {"1.9|1.10|1.05",
+       both + "... 1.10.png, 1.9.png; as counters ... 1.9.png, 1.10.png" + options},
+      {"1.05|1.10|1.9", "", decimal},
+      {"1.9|1.10|2", both},
+      {"a1e3|a5e3|a1e4", both},
+      {"0.5|1.0|1.5|2.0|2.5|3.0|3.5|4.0|4.5|5.0|9.0|10.0"},
+      {"t0.50|t1.25|t2.00"},
+      {"cam1.000|cam1.001|cam2.000|cam2.001",
+       both +
+           "cam1.000.png, cam1.001.png, cam2.000.png, cam2.001.png; as counters 2 films, cam1.000.png to cam1.001.png (2), cam2.000.png to cam2.001.png (2)" +
+           options},
+      // Dates and times.
+      {"20240305_115958|20240305_115959|20240306_000000"},
+      {"2024-03-05T11-59-58|2024-03-05T11-59-58.5|2024-03-05T11-59-59"},
+      {"IMG_20240305_115958|IMG_20240305_115958123|IMG_20240305_115959"},
+      {"Screenshot 2024-03-05 at 12.30.00 AM|Screenshot 2024-03-05 at 9.05.12 AM|Screenshot 2024-03-05 at 12.30.00\u202FPM|Screenshot 2024-03-05 at 1.05.00pm|Screenshot 2024-03-06 at 1.00.00 AM"},
+      {"12.30 AM|9.05 am|12.30 PM|1.00 PM"},
+      {"12.00.14|12.00.15|12.01.00|13.00.15"},
+      {"11-59-58 2024-03-05|10-00-00 2024-03-06"},
+      {"06.02.2024|05.03.2024"},
+      {"25-03-2024|06-04-2024"},
+      {"05-03-2024|06-03-2024"},
+      {"05-03-2024|06-02-2024",
+       "!the numbers can be read in two ways: as counters 05-03-2024.png, 06-02-2024.png; as day-month-year 06-02-2024.png, 05-03-2024.png; "},
+      {"05-03-2024|06-02-2024", "", whole},
+      {"f_20240199|f_20240200|f_20240301"},
+  };
+  for (const auto& c : kCases) {
+    // The other way round, so that no order comes of itself.
+    Words names;
+    std::istringstream words(c.names);
+    for (std::string name; std::getline(words, name, '|');) {
+      names.insert(names.begin(), name);
+    }
+    std::string reversed;
+    for (const std::string& name : names) {
+      reversed += name + "|";
+    }
+    const std::string found = Found(reversed, c.options, Order);
+    EXPECT_EQ(c.order.empty() ? found : found.substr(0, c.order.size()),
+              c.order.empty() ? c.names : c.order);
+  }
+}
+
+TEST(Sequence, TellsPartsFromFilmsThatGoOn) {
+  const std::string ways =
+      "; name a frame of the one that is meant, or give --join (one after the other) or --each (an animation of each)";
+  const std::string cameras = "cam1_000|cam1_001|cam2_000|cam2_001";
+  const std::string moments = "img_t000_c1|img_t000_c2|img_t001_c1|img_t001_c2|img_t002_c2";
+  const struct {
+    std::string names;
+    std::string order = {};
+    SequenceOptions options = {};
+  } kCases[] = {
+      {cameras,
+       "!there are 2 films side by side: cam1_000.png to cam1_001.png (2), cam2_000.png to cam2_001.png (2)" +
+           ways},
+      {cameras, "cam2_000|cam2_001", {.wanted = "cam2_001.png"}},
+      {cameras, cameras, {.join = true}},
+      {cameras, "cam1_000|cam1_001", {.pattern = "CAM1_*.png"}},
+      {moments,
+       "!there are 2 films side by side: img_t000_c1.png to img_t001_c1.png (2), img_t000_c2.png to img_t002_c2.png (3)" +
+           ways},
+      {moments, "img_t000_c1|img_t001_c1|img_t000_c2|img_t001_c2|img_t002_c2", {.join = true}},
+      {"shot_1_1|shot_1_2|shot_2_1", "!there are 2 films"},
+      {"shot_1_1|shot_1_2|shot_2_3|shot_2_4", "shot_1_1|shot_1_2|shot_2_3|shot_2_4"},
+      {"1.8|1.9|1.10|2.1", "1.8|1.9|1.10|2.1"},
+      {"2024-03-05_1|2024-03-05_2|2024-03-05_3|2024-03-06_1",
+       "2024-03-05_1|2024-03-05_2|2024-03-05_3|2024-03-06_1"},
+      {"f_1_2024-03-05|f_1_2024-03-06|f_2_2024-03-05", "!there are 2 films"},
+      {"b1|b2|a1|a2",
+       "!there are 2 equally large films side by side: a1.png to a2.png (2), b1.png to b2.png (2)" +
+           ways},
+      {"b1|b2|a1|a2|c1", "a1|a2|b1|b2", {.join = true}},
+      {"b1|b2|a1|a2|logo", "b1|b2", {.wanted = "b2.png"}},
+      {"a1|logo", "!\"logo.png\" is no frame", {.wanted = "logo.png"}},
+      {"a1", "!there is no sequence of two or more frames, only a1.png"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_THAT(Found(c.names, c.options, Order), testing::StartsWith(c.order)) << c.names;
+  }
+}
+
+TEST(Sequence, NamesEveryFilmAndWhatIsLeftOut) {
+  const animate::EachFilms each = animate::FindEach(
+      {"cam1_0.png", "cam1_1.png", "cam2_0.png", "cam2_1.png", "x1.9.png", "x1.11.png", "x1.2.png",
+       "f1.png", "f2.png", "f1.jpeg", "F2.JPG", "1.png", "2.png", "3.bmp", "a.txt"},
+      {});
+  std::string text;
+  for (const animate::EachFilm& film : each.films) {
+    text += film.findings.name + " " + std::to_string(film.findings.frames.size()) +
+            (film.refusal.empty() ? ", " : "!, ");
+  }
+  EXPECT_EQ(text, "cam1 2, cam2 2, x 3!, png 2, f 2, f_png 2, ");
+  EXPECT_THAT(each.leftOut, testing::ElementsAre("3.bmp"));
+  EXPECT_THAT(animate::FindSequence({"cam1_0.png", "cam1_1.png", "cam2_0.png", "a1.png"},
+                                    {.wanted = "cam1_0.png"})
+                  .leftOut,
+              testing::ElementsAre("cam2_0.png", "a1.png"));
+}
+
+TEST(Sequence, FindsWhatIsMissingByTheStep) {
+  const struct {
+    const char* names;
+    const char* missing;
+  } kCases[] = {
+      {"f0|f10|f20|f30", "by 10"},
+      {"f1|f2|f3|f7", "by 1, 4 to 6 after 2"},
+      {"s1_9|s1_10|s2_1|s2_2|s2_4|s2_5", "by 1, 3 after 3"},
+      {"a_-2|a_-1|a_2", "by 1, 0 to 1 after 1"},
+      {"p_0.05|p_0.1|p_0.15|p_0.3", "by 0.05, 0.2 to 0.25 after 2"},
+      {"t0.1|t0.2|t0.30001", "no step"},
+      {"t=0.1|t=0.25|t=0.5|t=1|t=1.5|t=10", "no step"},
+      {"f_1_t0.5|f_2_t1.0|f_3_t1.5|f_5_t2.5", "by 0.5, 2 after 2"},
+      {"20240305_115958|20240305_115959|20240305_120000|20240305_120002",
+       "by 1, 2024-03-05 12:00:01 after 2"},
+      {"10-59-58|10-59-59|11-00-00", "by 1"},
+      {"12345678901234567890123456788|12345678901234567890123456790", "no step"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Found(c.names, {}, Missing), c.missing) << c.names;
+  }
+  EXPECT_EQ(animate::FindSequence({"a1.png", "a01.png", "a2.png"}, {}).doubles,
+            std::vector<std::size_t>{1});
+}
+
+TEST(Range, KeepsNumbersExactlyAndNamesThoseThatAreMissing) {
+  const struct {
+    const char* range;
+    // Empty for wrong use.
+    const char* kept;
+    const char* missing;
+    const char* names = "f-1|f_-1|f_0|f_1|f_2|f_4|f_10";
+  } kCases[] = {
+      {"1-4", "f_1|f_2|f_4", "3"},
+      {"-1-10x5", "f_-1|f_4", "9"},
+      {"2-", "f_2|f_4|f_10", "3 5-9"},
+      {"-1", "f_-1|f_0|f_1", ""},
+      {"-1-0", "f_-1|f_0", ""},
+      {"2", "f_2", ""},
+      {"12-13", "", "12-13"},
+      {"0.1-0.3x0.1", "t0.1|t0.2|t0.3", "", "t0.05|t0.1|t0.2|t0.25|t0.3"},
+      {"4-1", "", "!"},
+      {"1-4x0", "", "!"},
+      {"1-4x", "", "!"},
+      {"a", "", "!"},
+      {"-4x2", "", "!"},
+      {"1-2", "", "!", "20240305|20240306"},
+      {"0-1", "t0.1|t0.2|t0.5", "!", "t0.1|t0.2|t0.5"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(Found(c.names, {},
+                    [&](animate::Findings findings) {
+                      std::string missing;
+                      try {
+                        for (const auto& some :
+                             animate::FindMissing(findings, animate::ReadRange(c.range))) {
+                          missing += (missing.empty() ? "" : " ") + some.first +
+                                     (some.count == 1 ? "" : "-" + some.last);
+                        }
+                      } catch (const animate::Failure&) {
+                        missing = "!";
+                      }
+                      try {
+                        animate::KeepRange(findings, animate::ReadRange(c.range));
+                      } catch (const animate::Failure& failure) {
+                        EXPECT_EQ(failure.Status(), animate::ExitStatus::kWrongUse);
+                        findings.frames.clear();
+                      }
+                      return Order(findings) + "; " + missing;
+                    }),
+              std::string(c.kept) + "; " + c.missing)
+        << c.range;
+  }
+}
+
+TEST(NamePattern, MatchesWholeNames) {
+  const struct {
+    const char* pattern;
+    const char* fits;
+    const char* others;
+  } kCases[] = {
+      {"cam1_*.png", "CAM1_7.PNG", "cam12_7.png"},
+      {"f_%04d.png", "f_0007.png", "f_007.png"},
+      {"f_%d.png", "f_-7.png", "f_x.png"},
+      {"f_####.png", "f_12345.png", "f_123.png"},
+      {"take#1_*.png", "take#1_7.png", "take_7.png"},
+      {"f?.png", "f\u00E9.png", "f12.png"},
+      {"*a*b.png", "aabab.png", "ba.png"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_TRUE(animate::IsNamePattern(c.pattern));
+    EXPECT_TRUE(animate::MatchesPattern(c.fits, c.pattern)) << c.pattern;
+    EXPECT_FALSE(animate::MatchesPattern(c.others, c.pattern)) << c.pattern;
+  }
+  EXPECT_FALSE(animate::IsNamePattern("100%_[old].png"));
+}
+
+TEST(Sequence, IsThatOfTheLiteralRules) {
+  std::mt19937 random(1);
+  for (int set = 0; set < 3000; ++set) {
+    std::string bytes(60, ' ');
+    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random()); });
+    const char marks = "   dw"[random() % 5];
+    const Words names = NamesOfBytes(bytes);
+    std::string all;
+    for (const std::string& name : names) {
+      all += name.substr(0, name.size() - 4) + "|";
+    }
+    const SequenceOptions options = {.numbers = marks == 'd'   ? animate::Numbers::kDecimal
+                                                : marks == 'w' ? animate::Numbers::kWhole
+                                                               : animate::Numbers::kAuto};
+    std::string expected;
+    for (const std::string& name : OrderLiterally(names, marks)) {
+      expected += (expected.empty() ? "" : "|") + name.substr(0, name.size() - 4);
+    }
+    const std::string found = Found(all, options, Order);
+    ASSERT_EQ(found.starts_with('!') ? "" : found, expected) << all << found;
+  }
 }
 
 }  // namespace
