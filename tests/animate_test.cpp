@@ -256,7 +256,7 @@ TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
   EXPECT_EQ(Levels("sheet.png").size(), 1U);
   // A wide frame keeps its shape: its middle is grey, and above it is black.
   std::string wide;
-  while (wide.size() < 64 * 16 * 4) {
+  while (wide.size() < 4096) {
     wide += "\x78\x78\x78\xFF";
   }
   Fill({{"f1.bmp", Sample(1, "bmp")},
