@@ -13,8 +13,6 @@
 
 namespace {
 
-using animate::FindFormat;
-
 TEST(BadFrame, IsFoundWhereverItIs) {
   for (std::size_t count = 2; count < 20; ++count) {
     for (std::size_t bad = 0; bad <= count + 1; ++bad) {
@@ -32,57 +30,42 @@ TEST(BadFrame, IsFoundWhereverItIs) {
   }
 }
 
-TEST(Proof, CountsLengthAndSizeHaveToBeThoseOfTheFilm) {
+TEST(Proof, CountLengthAndSizeHaveToBeThoseOfTheFilm) {
   const struct {
     const char* extension;
     double rate;
-    std::vector<const char*> lines;
+    const char *tick, *size;
+    // When the pictures are shown, in ticks, in the order in which they are written.
+    std::vector<int> times;
     // Empty for a proven file of four frames.
     const char* message = "";
   } kCases[] = {
-      // Pictures are not written in the order in which they are shown.
-      {"mp4",
-       10,
-       {"#tb 0: 1/1000", "#dimensions 0: 6x4", "0, 0, 200,", "0, 1, 500,", "0, 2, 300,",
-        "0, 3, 400,"}},
-      {"gif",
-       16,
-       {"#tb 0: 1/100", "#dimensions 0: 6x4", "0, 0, 0,", "0, 6, 6,", "0, 13, 13,", "0, 19, 19,"}},
+      {"mp4", 10, "1/1000", "6x4", {200, 500, 300, 400}},
+      {"gif", 16, "1/100", "6x4", {0, 6, 13, 19}},
       // A container that counts frames has no clock that could be rounded to.
+      {"avi", 10, "1/10", "6x4", {0, 1, 2, 3}},
       {"avi",
        10,
-       {"#tb 0: 1/10", "#dimensions 0: 6x4", "0, 0, 0,", "0, 1, 1,", "0, 2, 2,", "0, 3, 3,"}},
-      {"avi",
-       10,
-       {"#tb 0: 1/11", "#dimensions 0: 6x4", "0, 0, 0,", "0, 1, 1,", "0, 2, 2,", "0, 3, 3,"},
+       "1/11",
+       "6x4",
+       {0, 1, 2, 3},
        "takes 0.273 s from the first frame to the last instead of 0.300 s"},
-      {"swf",
-       10.003,
-       {"#tb 0: 256/2560", "#dimensions 0: 6x4", "0, 0, 0,", "0, 1, 1,", "0, 2, 2,", "0, 3, 3,"}},
-      {"mp4",
-       10,
-       {"#tb 0: 1/1000", "#dimensions 0: 6x4", "0, 0, 0,", "0, 1, 100,", "0, 2, 200,",
-        "0, 3, 303,"},
-       "takes 0.303 s"},
-      {"mp4",
-       10,
-       {"#tb 0: 1/1000", "#dimensions 0: 6x4", "0, 0, 0,", "0, 1, 100,", "0, 2, 300,"},
-       "has 3 frames instead of 4"},
-      {"mp4",
-       10,
-       {"#tb 0: 1/1000", "#dimensions 0: 4x6", "0, 0, 0,", "0, 1, 100,", "0, 2, 200,",
-        "0, 3, 300,"},
-       "has pictures of another size"},
+      {"swf", 10.003, "256/2560", "6x4", {0, 1, 2, 3}},
+      {"mp4", 10, "1/1000", "6x4", {0, 100, 200, 303}, "takes 0.303 s"},
+      {"mp4", 10, "1/1000", "6x4", {0, 100, 300}, "has 3 frames instead of 4"},
+      {"mp4", 10, "1/1000", "4x6", {0, 100, 200, 300}, "has pictures of another size"},
   };
   for (const auto& c : kCases) {
     animate::Film film;
     film.shown = {0, 1, 1, 2};
-    film.format = FindFormat(c.extension);
+    film.format = animate::FindFormat(c.extension);
     film.rate.value = c.rate;
     film.size = {6, 4};
     animate::Packets packets;
-    for (const char* line : c.lines) {
-      packets.Take(line);
+    packets.Take(std::string("#tb 0: ") + c.tick);
+    packets.Take(std::string("#dimensions 0: ") + c.size);
+    for (const int time : c.times) {
+      packets.Take("0, 0, " + std::to_string(time) + ",");
     }
     std::string message;
     try {
@@ -93,7 +76,7 @@ TEST(Proof, CountsLengthAndSizeHaveToBeThoseOfTheFilm) {
     } catch (const animate::Failure& failure) {
       message = failure.what();
     }
-    EXPECT_EQ(message.find(c.message) == std::string::npos, false) << message;
+    EXPECT_THAT(message, testing::HasSubstr(c.message));
     EXPECT_EQ(message.empty(), *c.message == '\0') << message;
   }
 }
@@ -124,39 +107,27 @@ TEST(Start, IsTriedAgainOnlyWhereTheErrorSoonPasses) {
   }
 }
 
-class FindConverter : public testing::Test {
- protected:
-  // Sets the variables, finds "ffmpeg" in them, and returns its folder.
-  std::string Find(const char* installation, const std::string& path) {
-    Variables here;
+TEST(FindConverter, LooksInTheInstallationAndThenInThePath) {
+  const std::string name = platform::ExecutableFileName("ffmpeg");
+  const TempFolder one;
+  const TempFolder two;
+  Variables here;
+  const auto find = [&](const char* installation, const std::string& path) {
     here.Set("TESSARA_DIR", installation);
     here.Set("PATH", path.c_str());
-    try {
-      return animate::FindConverter("").parent_path().string();
-    } catch (const animate::Failure& failure) {
-      return failure.what();
-    }
-  }
-
-  TempFolder one_;
-  TempFolder two_;
-};
-
-TEST_F(FindConverter, LooksInTheInstallationAndThenInThePath) {
-  const std::string name = platform::ExecutableFileName("ffmpeg");
-  const std::string separator = name == "ffmpeg" ? ":" : ";";
+    return animate::FindConverter("").parent_path();
+  };
   // Folders of those names are no converters.
-  one_.Write(name + "/file");
-  two_.Write(name);
-  const std::string both = one_.Path() + separator + separator + two_.Path();
-  EXPECT_THAT(Find(nullptr, one_.Path()), testing::StartsWith("no converter can be found: put"));
-  EXPECT_EQ(Find(nullptr, both), two_.Path());
-  EXPECT_EQ(Find(one_.Path().c_str(), both), two_.Path());
-  one_.Write("TessaraPro64/" + name);
-  EXPECT_EQ(Find(one_.Path().c_str(), both),
-            (std::filesystem::path(one_.Path()) / "TessaraPro64").string());
-  EXPECT_EQ(animate::FindConverter(two_.Path() + "/" + name).filename(), name);
-  EXPECT_THROW(animate::FindConverter(two_.Path()), animate::Failure);
+  one.Write(name + "/file");
+  two.Write(name);
+  const std::string both = one.Path() + (name == "ffmpeg" ? "::" : ";;") + two.Path();
+  EXPECT_THROW(find(nullptr, one.Path()), animate::Failure);
+  EXPECT_EQ(find(nullptr, both), two.Path());
+  EXPECT_EQ(find(one.Path().c_str(), both), two.Path());
+  one.Write("TessaraPro64/" + name);
+  EXPECT_EQ(find(one.Path().c_str(), both), one.File("TessaraPro64"));
+  EXPECT_EQ(animate::FindConverter(two.File(name)), two.File(name));
+  EXPECT_THROW(animate::FindConverter(two.Path()), animate::Failure);
 }
 
 }  // namespace

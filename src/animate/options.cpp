@@ -21,7 +21,8 @@ constexpr char kHelp[] =
 
 Usage: TessaraAnimate [OPTIONS] FRAMES [OUTPUT]
 
-  FRAMES   a folder of images, or one image of the sequence that is meant
+  FRAMES   a folder of images, one image of the sequence or part that is meant, or a pattern for
+           names in a folder, like "run/cam1_*.png"
   OUTPUT   the animation: .mp4 .mov .webm .gif .apng .avi .wmv .flv or .swf; when it is left out,
            the folder's name with .mp4, beside the folder
 
@@ -30,6 +31,8 @@ Usage: TessaraAnimate [OPTIONS] FRAMES [OUTPUT]
       --overwrite            replace an existing OUTPUT
       --list                 make nothing, print the frames in their order
       --fill-gaps            where numbers are missing, hold the frame before
+      --numbers HOW          decimal or whole: what 1.9 and 1.11 are, where names do not tell
+      --join                 parts, or equally large sequences, one after the other
       --contact-sheet FILE.png
                              also a sheet of up to 48 frames, to look at
       --without-converter    merge GIF frames into a GIF without encoding them again; on Windows
@@ -142,7 +145,7 @@ void TakePaths(const std::vector<std::string>& paths, Options& options) {
 // The words of the command line that are read further.
 struct Given {
   std::vector<std::string> paths;
-  std::optional<std::string> rate, size, contactSheet, converter, rescue;
+  std::optional<std::string> numbers, rate, size, contactSheet, converter, rescue;
   bool help = false;
   bool version = false;
 };
@@ -156,12 +159,14 @@ Given Parse(const std::vector<std::string>& arguments, Options& options) {
   app.add_option("paths", given.paths);
   app.add_option("-r,--rate", given.rate);
   app.add_option("--size", given.size);
+  app.add_option("--numbers", given.numbers);
   app.add_option("--contact-sheet", given.contactSheet);
   app.add_option("--converter", given.converter);
   app.add_option("--rescue", given.rescue);
   app.add_flag("--overwrite", options.overwrite);
   app.add_flag("--list", options.list);
   app.add_flag("--fill-gaps", options.fillGaps);
+  app.add_flag("--join", options.join);
   app.add_flag("--without-converter", options.withoutConverter);
   app.add_flag("--delete-frames", options.deleteFrames);
   app.add_flag("-q,--quiet", options.quiet);
@@ -177,6 +182,13 @@ Given Parse(const std::vector<std::string>& arguments, Options& options) {
     WrongUse(OneLine(error.what()));
   }
   return given;
+}
+
+Numbers ReadNumbers(const std::string& text) {
+  if (text != "decimal" && text != "whole") {
+    WrongUse("--numbers: " + Quoted(text) + " is neither decimal nor whole");
+  }
+  return text == "decimal" ? Numbers::kDecimal : Numbers::kWhole;
 }
 
 std::filesystem::path ReadContactSheet(const std::string& text) {
@@ -198,6 +210,9 @@ Options ReadOptions(const std::vector<std::string>& arguments) {
   }
   if (given.rate) {
     options.rate = ReadRate(*given.rate);
+  }
+  if (given.numbers) {
+    options.numbers = ReadNumbers(*given.numbers);
   }
   if (given.size) {
     options.size = ReadSize(*given.size);

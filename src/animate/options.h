@@ -9,6 +9,7 @@
 #include "film/format.h"
 #include "film/rate.h"
 #include "film/size.h"
+#include "sequence/reading.h"
 
 namespace animate {
 
@@ -22,6 +23,10 @@ struct Options {
   std::filesystem::path contactSheet;
   std::filesystem::path converter;
   std::filesystem::path rescue;
+  // How numbers with a point or a comma between them are read, where the names do not tell.
+  Numbers numbers = Numbers::kAuto;
+  // Parts, and sequences that are equally large, one after the other.
+  bool join = false;
   Rate rate;
   // Nothing for the frames' own.
   std::optional<Size> size;

@@ -19,16 +19,16 @@ namespace fs = std::filesystem;
 constexpr std::size_t kMostFrames = 10'000'000;
 
 // OUTPUT, or else beside the frames' folder.
-fs::path ChooseOutput(const Options& options, const fs::path& folder) {
+fs::path ChooseOutput(const Options& options, const FoundFrames& found) {
   if (!options.output.empty()) {
     return options.output;
   }
-  if (!folder.has_filename()) {
+  if (!found.folder.has_filename()) {
     throw Failure("OUTPUT is missing, and the folder has no name to make one of",
                   ExitStatus::kWrongUse);
   }
-  fs::path output = folder;
-  return output += "." + options.format->extension;
+  return found.folder.parent_path() /
+         platform::PathFromText(found.name + "." + options.format->extension);
 }
 
 Way ChooseWay(const Options& options, const std::string& frameType) {
@@ -46,6 +46,16 @@ Way ChooseWay(const Options& options, const std::string& frameType) {
                     : "--without-converter: only GIF frames can become a GIF");
 }
 
+// Sequences that are joined may be of several types, of which the converter would read one.
+void CheckTypes(const Findings& found) {
+  for (const FoundFrame& frame : found.frames) {
+    if (ImageType(frame.name) != found.extension) {
+      throw Failure("--join: " + Quoted(found.frames.front().name) + " and " + Quoted(frame.name) +
+                    " are of different types and cannot be in one animation");
+    }
+  }
+}
+
 // The frames of a film, and what looking at them has shown.
 struct LookedAt {
   std::vector<Frame> frames;
@@ -53,11 +63,11 @@ struct LookedAt {
   bool hasSeveralSizes = false;
 };
 
-LookedAt LookAtFrames(const fs::path& folder, const Sequence& sequence) {
+LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& frames) {
   LookedAt all;
-  for (const NumberedName& name : sequence) {
+  for (const FoundFrame& found : frames) {
     StopIfInterrupted();
-    fs::path path = folder / name.name;
+    fs::path path = folder / found.name;
     const Picture picture = LookAtPicture(path);
     if (all.frames.empty()) {
       all.size = picture.size;
@@ -74,11 +84,11 @@ Size FilmSize(const Options& options, Size frameSize) {
                                         : size;
 }
 
-Film MakeFilm(const Options& options, const fs::path& folder, const Findings& found) {
-  LookedAt looked = LookAtFrames(folder, found.sequence);
+Film MakeFilm(const Options& options, const FoundFrames& found) {
+  LookedAt looked = LookAtFrames(found.folder, found.findings.frames);
   return {.frames = std::move(looked.frames),
-          .shown = ShownFrames(found, options.fillGaps),
-          .frameType = ImageType(found.sequence.front().name),
+          .shown = ShownFrames(found.findings, options.fillGaps),
+          .frameType = found.findings.extension,
           .frameSize = looked.size,
           .hasSeveralSizes = looked.hasSeveralSizes,
           .format = options.format,
@@ -113,12 +123,12 @@ void CheckTarget(const fs::path& path, const std::vector<Frame>& frames, bool re
 std::vector<std::size_t> ShownFrames(const Findings& found, bool fillGaps) {
   std::vector<std::size_t> shown;
   auto gap = found.gaps.begin();
-  for (std::size_t index = 0; index < found.sequence.size(); ++index) {
+  for (std::size_t index = 0; index < found.frames.size(); ++index) {
     shown.push_back(index);
     if (fillGaps && gap != found.gaps.end() && gap->after == index) {
       if (gap->count > kMostFrames - std::min(shown.size(), kMostFrames)) {
         throw Failure("--fill-gaps: too many numbers are missing after " +
-                      Quoted(found.sequence[index].name));
+                      Quoted(found.frames[index].name));
       }
       shown.insert(shown.end(), gap->count, index);
       ++gap;
@@ -127,10 +137,11 @@ std::vector<std::size_t> ShownFrames(const Findings& found, bool fillGaps) {
   return shown;
 }
 
-Plan MakePlan(const Options& options, const fs::path& folder, const Findings& found) {
-  fs::path output = ChooseOutput(options, folder);
-  const Way way = ChooseWay(options, ImageType(found.sequence.front().name));
-  Film film = MakeFilm(options, folder, found);
+Plan MakePlan(const Options& options, const FoundFrames& found) {
+  CheckTypes(found.findings);
+  fs::path output = ChooseOutput(options, found);
+  const Way way = ChooseWay(options, found.findings.extension);
+  Film film = MakeFilm(options, found);
   if (way != Way::kConverter && film.hasSeveralSizes) {
     throw Failure("--without-converter: the frames have several sizes and stay as they are");
   }

@@ -5,9 +5,10 @@
 #include <filesystem>
 #include <vector>
 
+#include "animate/frame_search.h"
 #include "animate/options.h"
 #include "film/film.h"
-#include "sequence/sequence.h"
+#include "sequence/findings.h"
 
 namespace animate {
 
@@ -32,6 +33,6 @@ std::vector<std::size_t> ShownFrames(const Findings& found, bool fillGaps);
 // the way that is asked for, when a frame is bad, when something is in the way at a place that is
 // to be written to, and of wrong use when OUTPUT is missing and cannot be made of the folder's
 // name.
-Plan MakePlan(const Options& options, const std::filesystem::path& folder, const Findings& found);
+Plan MakePlan(const Options& options, const FoundFrames& found);
 
 }  // namespace animate

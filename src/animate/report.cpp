@@ -29,7 +29,13 @@ std::string Joined(const std::vector<std::string>& items) {
 }
 
 std::string FrameName(const Findings& found, std::size_t index) {
-  return platform::TextOfPath(found.sequence[index].name);
+  return platform::TextOfPath(found.frames[index].name);
+}
+
+// ", in steps of 0.05"; nothing for steps of 1.
+std::string StepText(const Findings& found) {
+  const std::string step = found.step ? found.step->Text() : "1";
+  return step == "1" ? "" : ", in steps of " + step + (IsTime(found.kind) ? " s" : "");
 }
 
 }  // namespace
@@ -40,9 +46,9 @@ void PrintNote(const std::string& line) {
 }
 
 void PrintFindings(const Findings& found) {
-  const std::size_t last = found.sequence.size() - 1;
+  const std::size_t last = found.frames.size() - 1;
   PrintNote("frames: " + FrameName(found, 0) + " to " + FrameName(found, last) + ", " +
-            std::to_string(found.sequence.size()) + " frames");
+            std::to_string(found.frames.size()) + " frames");
   std::vector<std::string> items;
   std::size_t missing = 0;
   for (const Gap& gap : found.gaps) {
@@ -51,9 +57,8 @@ void PrintFindings(const Findings& found) {
                     FrameName(found, gap.after) + ")");
   }
   if (missing != 0) {
-    const std::string stride =
-        found.stride == 1 ? "" : ", in steps of " + std::to_string(found.stride);
-    PrintNote("missing: " + Count(missing, "number", "numbers") + stride + ": " + Joined(items));
+    PrintNote("missing: " + Count(missing, "number", "numbers") + StepText(found) + ": " +
+              Joined(items));
   }
   items.clear();
   for (const std::size_t index : found.doubles) {
@@ -76,10 +81,10 @@ void PrintText(const std::string& text) {
   std::fputs(text.c_str(), stdout);
 }
 
-void PrintList(const std::filesystem::path& folder, const Sequence& sequence,
+void PrintList(const std::filesystem::path& folder, const std::vector<FoundFrame>& frames,
                const std::vector<std::size_t>& shown) {
   for (const std::size_t index : shown) {
-    PrintText(platform::TextOfPath(folder / sequence[index].name) + "\n");
+    PrintText(platform::TextOfPath(folder / frames[index].name) + "\n");
   }
 }
 

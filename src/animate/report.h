@@ -10,7 +10,7 @@
 
 #include "animate/plan.h"
 #include "film/measurement.h"
-#include "sequence/sequence.h"
+#include "sequence/findings.h"
 
 namespace animate {
 
@@ -27,7 +27,7 @@ void PrintText(const std::string& text);
 void PrintFindings(const Findings& found);
 
 // Prints the paths of the frames of `folder` as they are `shown`, one a line, on standard output.
-void PrintList(const std::filesystem::path& folder, const Sequence& sequence,
+void PrintList(const std::filesystem::path& folder, const std::vector<FoundFrame>& frames,
                const std::vector<std::size_t>& shown);
 
 // Prints what is going to be made, as notes.

@@ -70,15 +70,16 @@ void Run(const Options& options) {
     Rescue(options.rescue, options.quiet);
     return;
   }
-  const auto [folder, findings] = FindFrames(options.frames);
+  const FoundFrames found = FindFrames(options);
+  const Findings& findings = found.findings;
   if (!options.quiet) {
     PrintFindings(findings);
   }
   if (options.list) {
-    PrintList(folder, findings.sequence, ShownFrames(findings, options.fillGaps));
+    PrintList(found.folder, findings.frames, ShownFrames(findings, options.fillGaps));
     return;
   }
-  const Plan plan = MakePlan(options, folder, findings);
+  const Plan plan = MakePlan(options, found);
   if (!options.quiet) {
     PrintPlan(plan);
   }

@@ -12,7 +12,7 @@ std::vector<NameGroup> GroupNames(const std::vector<std::string>& texts) {
   NameCutter cutter;
   std::vector<Piece> pieces;
   for (std::size_t index = 0; index < texts.size(); ++index) {
-    const std::string extension = ImageType(texts[index]);
+    const std::string extension = ImageType(std::string_view(texts[index]));
     if (extension.empty()) {
       continue;
     }

@@ -151,8 +151,7 @@ class Folder {
         name += (name.empty() ? "" : "_") + extension;
       }
       const std::string base = name;
-      for (std::size_t count = 2; !taken.insert(LowerCase(name)).second;
-           ++count) {
+      for (std::size_t count = 2; !taken.insert(LowerCase(name)).second; ++count) {
         name = base + "_" + std::to_string(count);
       }
     };
@@ -225,10 +224,10 @@ std::vector<Candidate> LargestFilms(const Folder& folder, bool join) {
   }
   CheckTwo(folder, {films.front().sequence, 0, films.front().sequence->members.size(), ""});
   if (films.size() > 1 && !join) {
-    throw Failure(
-        "there are " + std::to_string(films.size()) +
-        (equals > 1 ? " equally large films" : " films") + " side by side: " + folder.List(films) +
-        "; name a frame of the one that is meant, or give --join (one after the other) or --each (an animation of each)");
+    throw Failure("there are " + std::to_string(films.size()) +
+                  (equals > 1 ? " equally large films" : " films") +
+                  " side by side: " + folder.List(films) +
+                  "; name a frame of the one that is meant, or give --join (one after the other)");
   }
   return films;
 }
@@ -239,8 +238,8 @@ Findings FindSequence(const std::vector<fs::path>& names, const SequenceOptions&
   const Folder folder(names, options);
   CheckImages(folder, options.pattern);
   const std::vector<Candidate> films = options.wanted
-                                      ? FilmsOfWanted(folder, *options.wanted, options.join)
-                                      : LargestFilms(folder, options.join);
+                                           ? FilmsOfWanted(folder, *options.wanted, options.join)
+                                           : LargestFilms(folder, options.join);
   if (films.size() == 1) {
     CheckTwo(folder, films.front());
   }

@@ -109,7 +109,7 @@ std::vector<ImageSequence> ListSequences(const std::vector<std::string>& texts, 
       }
     }
     for (std::size_t index = first; index < sequences.size(); ++index) {
-      sequences[index].extension = ImageType(group.TextOf(0));
+      sequences[index].extension = ImageType(std::string_view(group.TextOf(0)));
     }
   }
   std::sort(sequences.begin(), sequences.end(),

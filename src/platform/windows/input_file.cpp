@@ -24,7 +24,7 @@ InputFile::~InputFile() {
 }
 
 InputFile::InputFile(InputFile&& other) noexcept
-    : handle_(std::exchange(other.handle_, -1)), status_(other.status_) {}
+    : handle_(std::exchange(other.handle_, -1)), status_(std::move(other.status_)) {}
 
 std::string InputFile::Read(std::uint64_t offset, std::size_t count) const {
   std::string data(count, '\0');
