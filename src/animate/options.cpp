@@ -30,6 +30,9 @@ Usage: TessaraAnimate [OPTIONS] FRAMES [OUTPUT]
       --size WxH             picture size (the frames' own)
       --overwrite            replace an existing OUTPUT
       --list                 make nothing, print the frames in their order
+      --only RANGE           the frames with these numbers: 100-500, 100-500x5, 100-, -500, 0.5-2
+      --every N              each Nth of them, the first among them
+      --expect RANGE         end with 1 and make nothing when one of these numbers is missing
       --fill-gaps            where numbers are missing, hold the frame before
       --numbers HOW          decimal or whole: what 1.9 and 1.11 are, where names do not tell
       --join                 parts, or equally large sequences, one after the other
@@ -145,7 +148,8 @@ void TakePaths(const std::vector<std::string>& paths, Options& options) {
 // The words of the command line that are read further.
 struct Given {
   std::vector<std::string> paths;
-  std::optional<std::string> numbers, rate, size, contactSheet, converter, rescue;
+  std::optional<std::string> numbers, only, every, expect, rate, size, contactSheet, converter,
+      rescue;
   bool help = false;
   bool version = false;
 };
@@ -160,6 +164,9 @@ Given Parse(const std::vector<std::string>& arguments, Options& options) {
   app.add_option("-r,--rate", given.rate);
   app.add_option("--size", given.size);
   app.add_option("--numbers", given.numbers);
+  app.add_option("--only", given.only);
+  app.add_option("--every", given.every);
+  app.add_option("--expect", given.expect);
   app.add_option("--contact-sheet", given.contactSheet);
   app.add_option("--converter", given.converter);
   app.add_option("--rescue", given.rescue);
@@ -191,6 +198,33 @@ Numbers ReadNumbers(const std::string& text) {
   return text == "decimal" ? Numbers::kDecimal : Numbers::kWhole;
 }
 
+std::size_t ReadEvery(const std::string& text) {
+  constexpr std::size_t kMostDigits = 9;
+  const bool isNumber = !text.empty() && text.size() <= kMostDigits &&
+                        text.find_first_not_of("0123456789") == std::string::npos;
+  const std::size_t every = isNumber ? std::strtoull(text.c_str(), nullptr, 10) : 0;
+  if (every == 0) {
+    WrongUse("--every: " + Quoted(text) + " is not a whole number from 1 on");
+  }
+  return every;
+}
+
+// How the command line chooses frames.
+void TakeChoice(const Given& given, Options& options) {
+  if (given.numbers) {
+    options.numbers = ReadNumbers(*given.numbers);
+  }
+  if (given.only) {
+    options.only = ReadRange(*given.only);
+  }
+  if (given.every) {
+    options.every = ReadEvery(*given.every);
+  }
+  if (given.expect) {
+    options.expect = ReadRange(*given.expect);
+  }
+}
+
 std::filesystem::path ReadContactSheet(const std::string& text) {
   std::filesystem::path sheet = ReadPath(text, "--contact-sheet");
   if (LowerCase(Extension(sheet)) != "png") {
@@ -211,9 +245,7 @@ Options ReadOptions(const std::vector<std::string>& arguments) {
   if (given.rate) {
     options.rate = ReadRate(*given.rate);
   }
-  if (given.numbers) {
-    options.numbers = ReadNumbers(*given.numbers);
-  }
+  TakeChoice(given, options);
   if (given.size) {
     options.size = ReadSize(*given.size);
   }

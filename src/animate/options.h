@@ -1,6 +1,7 @@
 // What the user asks for.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 #include "film/format.h"
 #include "film/rate.h"
 #include "film/size.h"
+#include "sequence/range.h"
 #include "sequence/reading.h"
 
 namespace animate {
@@ -27,6 +29,11 @@ struct Options {
   Numbers numbers = Numbers::kAuto;
   // Parts, and sequences that are equally large, one after the other.
   bool join = false;
+  // The numbers whose frames are taken, and those that have to be there; nothing for no condition.
+  std::optional<Range> only;
+  std::optional<Range> expect;
+  // Each how many-th of the frames is taken.
+  std::size_t every = 1;
   Rate rate;
   // Nothing for the frames' own.
   std::optional<Size> size;

@@ -114,7 +114,8 @@ Range ReadRange(const std::string& text) {
 
 void KeepRange(Findings& findings, const Range& range) {
   CheckKind(findings);
-  std::erase_if(findings.frames, [&](const FoundFrame& frame) { return !range.Contains(frame.number); });
+  std::erase_if(findings.frames,
+                [&](const FoundFrame& frame) { return !range.Contains(frame.number); });
   FindGaps(findings);
 }
 
