@@ -78,7 +78,7 @@ std::size_t Cut(Name& name, std::size_t at) {
     return at + 8;
   }
   if (IsMatch(m, s, at, kYearFirst) && !Days(m[1], m[3], m[4]).empty()) {
-    for (const int group : {1, 3, 4}) {
+    for (const std::size_t group : {1U, 3U, 4U}) {
       name.pattern += group == 1 ? "" : m[2].str();
       add(at + static_cast<std::size_t>(m.position(group)), m[group].str().size());
     }
