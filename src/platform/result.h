@@ -28,13 +28,13 @@ class [[nodiscard]] Result {
   explicit operator bool() const { return std::holds_alternative<Value>(content_); }
 
   // The value; only where it went well.
-  Value& operator*() { return std::get<Value>(content_); }
-  const Value& operator*() const { return std::get<Value>(content_); }
+  Value& operator*() { return *std::get_if<Value>(&content_); }
+  const Value& operator*() const { return *std::get_if<Value>(&content_); }
   Value* operator->() { return &**this; }
   const Value* operator->() const { return &**this; }
 
   // The reason; only where it did not.
-  const std::string& Reason() const { return std::get<SystemError>(content_).reason; }
+  const std::string& Reason() const { return std::get_if<SystemError>(&content_)->reason; }
 
  private:
   std::variant<Value, SystemError> content_;
