@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "sequence/doubt.h"
 #include "film/image_type.h"
+#include "sequence/doubt.h"
 #include "sequence/name_group.h"
 
 namespace animate {
