@@ -22,9 +22,11 @@ enum class GifRefusal {
 using GifSink = std::function<void(std::string_view bytes)>;
 
 // Copies the compressed data, the colours and the transparency of each frame as they are, so every
-// picture of the animation is its frame. Screen and global colour table are the first frame's; a
-// later frame brings a table of its own when its colours are others. What GifMerger writes beside
-// them is fixed, byte for byte; this writes what shows the frames. It holds one frame in memory.
+// picture of the animation is its frame; what a frame smaller than its screen leaves free is
+// transparent. The screen is the first frame's. So is the global colour table, unless some frames
+// leave pixels free and others have no transparent colour: then there is none. A frame brings a
+// table of its own when its colours are not the global ones. What GifMerger writes beside them is
+// fixed, byte for byte; this writes what shows the frames. It holds one frame in memory.
 class GifCopier {
  public:
   // What `sink` throws goes to the caller of Append and Finish, and the animation cannot be gone on
@@ -40,7 +42,7 @@ class GifCopier {
   // for `delay` hundredths of a second: 0 to 65535, a longer time cannot be written.
   void Append(std::string_view file, const GifBlocks& blocks, int delay);
 
-  // Writes what is left of the animation. Nothing may be appended after it.
+  // Writes what is left of the animation, which has a frame. Nothing may be appended after it.
   void Finish();
 
  private:
