@@ -39,6 +39,7 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
     std::vector<std::string> arguments = {"program", "-FR", "-SF"};
     arguments.insert(arguments.end(), c.options.begin(), c.options.end());
     std::vector<char*> vector;
+    vector.reserve(arguments.size());
     for (std::string& argument : arguments) {
       vector.push_back(argument.data());
     }

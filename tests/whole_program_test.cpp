@@ -85,7 +85,7 @@ TEST_F(WholeProgramTest, LogSaysEveryStepInOrder) {
       AllOf(StartsWith(kTag + ": OS Version: " + system), EndsWith("-bit"))};
   for (const auto& part : kParts) {
     for (const std::string& step : part.steps) {
-      expected.emplace_back(kTag + "::" + part.start + step);
+      expected.emplace_back(std::string(kTag).append("::").append(part.start).append(step));
     }
   }
   EXPECT_THAT(Log(), ElementsAreArray(expected));
