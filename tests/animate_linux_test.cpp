@@ -91,7 +91,7 @@ TEST_F(AnimateLinuxTest, KeepsAFrameThatIsChangedMeanwhile) {
   const ProgramResult result =
       RunWith("echo more >> " + frames_.Path() + "/5.png; " + kGood, {}, {"--delete-frames"});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
-  EXPECT_THAT(result.errors, HasSubstr("not deleted: 1 frames"));
+  EXPECT_THAT(result.errors, HasSubstr("not deleted: 1 frame: 5.png (changed meanwhile)"));
   EXPECT_THAT(frames_.Names(), ElementsAre("5.png"));
 }
 

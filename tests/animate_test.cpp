@@ -7,11 +7,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "animate/options.h"
 #include "animate/progress_line.h"
 #include "animate/shown.h"
 #include "converter/packets.h"
-#include "film/failure.h"
 #include "tests/support/gif_builder.h"
 #include "tests/support/image_files.h"
 #include "tests/support/run_program.h"
@@ -283,53 +281,6 @@ TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {
   // Hundredths of a second are shared out so that nothing is lost.
   EXPECT_EQ(Run({"16.gif"}).exitStatus, 0);
   EXPECT_NEAR(CountAndSpan("16.gif").second, 11.0 / 16, 0.006);
-}
-
-TEST(AnimateOptions, WrongUseIsOneLine) {
-  const struct {
-    Words arguments;
-    const char* message;
-  } kCases[] = {
-      {{"f", "b.mp4", "c.mp4"}, "there are 3 paths"},
-      {{}, "FRAMES is missing"},
-      {{"f", ""}, "OUTPUT is empty"},
-      {{"f", "--rescue", "g"}, "--rescue takes its folder alone"},
-      {{"f", "out.mp4", "--rate", "0"}, "is not a number above 0"},
-      {{"f", "out.mp4", "--rate", "1001"}, "is not a number above 0"},
-      {{"f", "out.mp4", "--rate", "1e1"}, "is not a number above 0"},
-      {{"f", "out.mp4", "--rate", "1", "--rate", "2"}, "--rate has to be given once"},
-      {{"f", "out.mp4", "--rate"}, "--rate has to be given once"},
-      {{"f", "out.gif", "--rate", "51"}, "faster than 50"},
-      {{"f", "out.swf", "--rate", "0.5"}, "slower than 1"},
-      {{"f", "out.mp4", "--size", "640"}, "is not WIDTHxHEIGHT"},
-      {{"f", "out.mp4", "--size", "0x9"}, "is not WIDTHxHEIGHT"},
-      {{"f", "out.mp4", "--size", "16385x1"}, "is not WIDTHxHEIGHT"},
-      {{"f", "out.txt"}, "does not end like"},
-      {{"f", "out.mp4", "--contact-sheet", "sheet.jpg"}, "does not end in .png"},
-      {{"f", "--contact-sheet", "s.png", "--without-converter"}, "needs the converter"},
-      {{"f", "--size", "9x9", "--without-converter"}, "needs the converter"},
-  };
-  for (const auto& c : kCases) {
-    try {
-      animate::ReadOptions(c.arguments);
-      ADD_FAILURE() << c.message;
-    } catch (const animate::Failure& failure) {
-      EXPECT_THAT(failure.what(), HasSubstr(c.message));
-      EXPECT_EQ(std::string(failure.what()).find('\n'), std::string::npos);
-      EXPECT_EQ(failure.Status(), animate::ExitStatus::kWrongUse);
-    }
-  }
-  const ProgramResult result = RunProgram(TESSARA_ANIMATE, {"--bogus"}, ".");
-  EXPECT_EQ(result.exitStatus, 2);
-  EXPECT_THAT(result.errors, testing::StartsWith("TessaraAnimate: "));
-}
-
-TEST(AnimateOptions, LimitsAreInside) {
-  const animate::Options options = animate::ReadOptions(
-      {"f", "out.GIF", "-r", "50", "--size", "16384X1", "--contact-sheet", "s.PNG"});
-  EXPECT_EQ(std::pair(options.rate.value, options.output.filename().string()),
-            std::pair(50.0, std::string("out.GIF")));
-  EXPECT_EQ(options.size, (animate::Size{16384, 1}));
 }
 
 TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {

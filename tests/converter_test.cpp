@@ -1,8 +1,8 @@
 // What is made of the converter's words, without it.
 #include <gmock/gmock.h>
 
-#include "converter/bad_frame.h"
 #include "converter/contact_sheet.h"
+#include "converter/decoding_log.h"
 #include "converter/find_converter.h"
 #include "converter/proof.h"
 #include "film/failure.h"
@@ -13,20 +13,39 @@
 
 namespace {
 
-TEST(BadFrame, IsFoundWhereverItIs) {
-  for (std::size_t count = 2; count < 20; ++count) {
-    for (std::size_t bad = 0; bad <= count + 1; ++bad) {
-      // A second one further behind makes no difference; beyond the last there is none.
-      const auto areGood = [&](std::size_t first, std::size_t number) {
-        const auto isIn = [&](std::size_t one) { return one >= first && one < first + number; };
-        EXPECT_LE(first + number, count + 1);
-        return bad != 0 && !isIn(bad) && !(bad + 3 < count && isIn(bad + 3));
-      };
-      const auto found = animate::FindBadNumber(count, areGood);
-      // When none can be decoded it is no frame's fault.
-      const bool isFound = bad >= 1 && bad <= count;
-      EXPECT_EQ(found.value_or(0), isFound ? bad : 0) << bad << " of " << count;
+TEST(DecodingLog, TellsWhichFramesAreBad) {
+  const std::string png = "[png @ 0x5] [error] ";
+  const std::string lost = "[error] Error while decoding stream #0:0: Invalid data found";
+  const auto out = [](int frame) {
+    return "[Parsed_showinfo_1 @ 0x5] [info] n:   7 pts:" + std::to_string(frame) + "  pts_time:0";
+  };
+  const struct {
+    std::vector<std::string> lines;
+    // Each with its reason.
+    std::string bad;
+  } kCases[] = {
+      {{"[warning] odd", out(0), out(1), out(2), out(3)}, ""},
+      // One that comes out with an error, one that does not, and two.
+      {{out(0), png + "torn", png + "more", out(1), out(2), out(3)}, "1 torn "},
+      {{out(0), png + "torn", lost, out(2), out(3)}, "1 torn "},
+      {{png + "a", lost, png + "b", lost, out(2), out(3)}, "0 a 1 b "},
+      // The one behind a lost one is good, or bad.
+      {{out(0), png + "a", lost, png + "b", out(2), out(3)}, "1 a 2 b "},
+      {{out(0), out(1), png + "a", lost, "[fatal] b", lost}, "2 a 3 b "},
+      // One that is lost without a word is not its own fault.
+      {{out(0), out(1), out(2)}, ""},
+      {{out(0), png + "torn", out(7), out(0), out(1), out(2), out(3)}, "1 torn "},
+  };
+  for (const auto& c : kCases) {
+    animate::DecodingLog log(4);
+    for (const std::string& line : c.lines) {
+      log.Take(line);
     }
+    std::string bad;
+    for (const animate::DecodingLog::Fault& fault : log.Faults()) {
+      bad += std::to_string(fault.frame) + " " + fault.error + " ";
+    }
+    EXPECT_EQ(bad, c.bad) << testing::PrintToString(c.lines);
   }
 }
 

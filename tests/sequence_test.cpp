@@ -136,7 +136,7 @@ TEST(Sequence, ReadsNumbersAsTheNamesTellTogether) {
 
 TEST(Sequence, TellsPartsFromFilmsThatGoOn) {
   const std::string ways =
-      "; name a frame of the one that is meant, or give --join (one after the other)";
+      "; name a frame of the one that is meant, or give --join (one after the other) or --each (an animation of each)";
   const std::string cameras = "cam1_000|cam1_001|cam2_000|cam2_001";
   const std::string moments = "img_t000_c1|img_t000_c2|img_t001_c1|img_t001_c2|img_t002_c2";
   const struct {

@@ -1,6 +1,8 @@
 // The entry of TessaraAnimate.
+#include <algorithm>
 #include <exception>
 
+#include "animate/json_report.h"
 #include "animate/options.h"
 #include "animate/report.h"
 #include "animate/run.h"
@@ -9,23 +11,26 @@
 
 namespace {
 
-animate::ExitStatus RunGuarded(int argc, char** argv) {
-  try {
-    const animate::Options options = animate::ReadOptions(platform::ProgramArguments(argc, argv));
-    if (!options.textToShow.empty()) {
-      animate::PrintText(options.textToShow);
-    } else {
-      animate::Run(options);
+animate::ExitStatus RunGuarded(const std::vector<std::string>& arguments) {
+  const auto fail = [&](const animate::Failure& failure) {
+    animate::PrintFailure(failure.what());
+    // Where the command line is wrong it is not known what its words are.
+    if (std::find(arguments.begin(), arguments.end(), "--json") != arguments.end()) {
+      animate::PrintClosing(animate::JsonOf({}, &failure));
     }
-    // Whoever reads the output has to get it whole, a list of frames above all.
-    animate::FinishOutput();
+    return failure.Status();
+  };
+  try {
+    const animate::Options options = animate::ReadOptions(arguments);
+    if (options.textToShow.empty()) {
+      return animate::Run(options);
+    }
+    animate::PrintText(options.textToShow);
     return animate::ExitStatus::kSuccess;
   } catch (const animate::Failure& failure) {
-    animate::PrintFailure(failure.what());
-    return failure.Status();
+    return fail(failure);
   } catch (const std::exception& error) {
-    animate::PrintFailure(error.what());
-    return animate::ExitStatus::kFailure;
+    return fail(animate::Failure(error.what()));
   }
 }
 
@@ -34,7 +39,7 @@ animate::ExitStatus RunGuarded(int argc, char** argv) {
 int main(int argc, char** argv) {
   platform::NoteInterruptions();
   platform::UseUtf8Console();
-  const animate::ExitStatus status = RunGuarded(argc, argv);
+  const animate::ExitStatus status = RunGuarded(platform::ProgramArguments(argc, argv));
   platform::WaitBeforeConsoleGoes();
   return static_cast<int>(status);
 }

@@ -7,19 +7,21 @@
 #include <string>
 #include <vector>
 
+#include "animate/option_values.h"
 #include "film/format.h"
-#include "film/rate.h"
-#include "film/size.h"
 #include "sequence/range.h"
-#include "sequence/reading.h"
 
 namespace animate {
 
 struct Options {
-  // The folder of the frames, or one of them; from the root on, as all paths here are.
+  // What FRAMES names: a folder, one of the frames, or a pattern; from the root on, as all paths
+  // here are. Empty with a list of frames.
   std::filesystem::path frames;
-  // Empty when it was left out.
+  // The file that lists the frames; empty for standard input.
+  std::optional<std::filesystem::path> frameList;
+  // At most one of these is not empty: the animation, or the folder that it is put in.
   std::filesystem::path output;
+  std::filesystem::path outputFolder;
   const Format* format = FindFormat("mp4");
   // These three are empty when they are not asked for.
   std::filesystem::path contactSheet;
@@ -27,14 +29,20 @@ struct Options {
   std::filesystem::path rescue;
   // How numbers with a point or a comma between them are read, where the names do not tell.
   Numbers numbers = Numbers::kAuto;
-  // Parts, and sequences that are equally large, one after the other.
+  // Parts, and sequences that are equally large: one after the other, or an animation of each.
   bool join = false;
+  bool each = false;
   // The numbers whose frames are taken, and those that have to be there; nothing for no condition.
   std::optional<Range> only;
   std::optional<Range> expect;
   // Each how many-th of the frames is taken.
   std::size_t every = 1;
+  BadFrames bad = BadFrames::kRefuse;
   Rate rate;
+  // How many units of the counter pass in a second; nothing when each frame stands for one tick.
+  std::optional<Decimal> speed;
+  // How much longer the last frame stands, in seconds.
+  double hold = 0;
   // Nothing for the frames' own.
   std::optional<Size> size;
   bool overwrite = false;
@@ -42,6 +50,7 @@ struct Options {
   bool fillGaps = false;
   bool withoutConverter = false;
   bool deleteFrames = false;
+  bool json = false;
   bool quiet = false;
   // A text that was asked for in place of a run: the help or the version.
   std::string textToShow;

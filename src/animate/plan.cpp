@@ -1,7 +1,9 @@
 #include "animate/plan.h"
 
 #include <algorithm>
+#include <unordered_map>
 
+#include "animate/bad_frames.h"
 #include "animate/uncompressed_avi.h"
 #include "film/failure.h"
 #include "film/image_type.h"
@@ -15,20 +17,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Weeks of animation; more comes of a number that does not count frames.
-constexpr std::size_t kMostFrames = 10'000'000;
-
-// OUTPUT, or else beside the frames' folder.
+// OUTPUT, or else a file in its folder or beside that of the frames.
 fs::path ChooseOutput(const Options& options, const FoundFrames& found) {
   if (!options.output.empty()) {
     return options.output;
   }
-  if (!found.folder.has_filename()) {
-    throw Failure("OUTPUT is missing, and the folder has no name to make one of",
-                  ExitStatus::kWrongUse);
+  if (found.name.empty()) {
+    throw Failure("OUTPUT is missing, and there is no name to make one of", ExitStatus::kWrongUse);
   }
-  return found.folder.parent_path() /
-         platform::PathFromText(found.name + "." + options.format->extension);
+  const fs::path folder = !options.outputFolder.empty() ? options.outputFolder
+                          : options.frameList           ? found.folder
+                                                        : found.folder.parent_path();
+  return folder / platform::PathFromText(found.name + "." + options.format->extension);
 }
 
 Way ChooseWay(const Options& options, const std::string& frameType) {
@@ -46,11 +46,15 @@ Way ChooseWay(const Options& options, const std::string& frameType) {
                     : "--without-converter: only GIF frames can become a GIF");
 }
 
-// Sequences that are joined may be of several types, of which the converter would read one.
+// Frames of a list, and of sequences that are joined, may be of several types, of which the
+// converter would read one.
 void CheckTypes(const Findings& found) {
   for (const FoundFrame& frame : found.frames) {
+    if (ImageType(frame.name).empty()) {
+      throw Failure(Quoted(frame.name) + " has no name of an image that is read");
+    }
     if (ImageType(frame.name) != found.extension) {
-      throw Failure("--join: " + Quoted(found.frames.front().name) + " and " + Quoted(frame.name) +
+      throw Failure(Quoted(found.frames.front().name) + " and " + Quoted(frame.name) +
                     " are of different types and cannot be in one animation");
     }
   }
@@ -59,21 +63,36 @@ void CheckTypes(const Findings& found) {
 // The frames of a film, and what looking at them has shown.
 struct LookedAt {
   std::vector<Frame> frames;
+  // Where each one that was found is among the frames; one that is listed twice is there once.
+  std::vector<std::size_t> places;
+  std::vector<BadFrame> bad;
+  // Of the first good one.
   Size size;
   bool hasSeveralSizes = false;
 };
 
-LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& frames) {
+LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& found) {
   LookedAt all;
-  for (const FoundFrame& found : frames) {
+  std::unordered_map<fs::path::string_type, std::size_t> known;
+  for (const FoundFrame& one : found) {
     StopIfInterrupted();
-    fs::path path = folder / found.name;
-    const Picture picture = LookAtPicture(path);
-    if (all.frames.empty()) {
-      all.size = picture.size;
+    fs::path path = folder / one.name;
+    const auto [place, isNew] = known.try_emplace(path.native(), all.frames.size());
+    all.places.push_back(place->second);
+    if (!isNew) {
+      continue;
     }
-    all.hasSeveralSizes = all.hasSeveralSizes || picture.size != all.size;
-    all.frames.push_back({std::move(path), picture.status});
+    const platform::Result<Picture> picture = LookAtPicture(path);
+    if (!picture) {
+      all.bad.push_back({all.frames.size(), picture.Reason()});
+      all.frames.push_back({std::move(path), {}});
+      continue;
+    }
+    if (all.frames.size() == all.bad.size()) {
+      all.size = picture->size;
+    }
+    all.hasSeveralSizes = all.hasSeveralSizes || picture->size != all.size;
+    all.frames.push_back({std::move(path), picture->status});
   }
   return all;
 }
@@ -84,11 +103,15 @@ Size FilmSize(const Options& options, Size frameSize) {
                                         : size;
 }
 
-Film MakeFilm(const Options& options, const FoundFrames& found) {
-  LookedAt looked = LookAtFrames(found.folder, found.findings.frames);
+Film MakeFilm(const Options& options, const Findings& found, const Timing& timing,
+              LookedAt&& looked) {
+  std::vector<std::size_t> shown;
+  for (const std::size_t index : timing.shown) {
+    shown.push_back(looked.places[index]);
+  }
   return {.frames = std::move(looked.frames),
-          .shown = ShownFrames(found.findings, options.fillGaps),
-          .frameType = found.findings.extension,
+          .shown = std::move(shown),
+          .frameType = found.extension,
           .frameSize = looked.size,
           .hasSeveralSizes = looked.hasSeveralSizes,
           .format = options.format,
@@ -120,28 +143,16 @@ void CheckTarget(const fs::path& path, const std::vector<Frame>& frames, bool re
 
 }  // namespace
 
-std::vector<std::size_t> ShownFrames(const Findings& found, bool fillGaps) {
-  std::vector<std::size_t> shown;
-  auto gap = found.gaps.begin();
-  for (std::size_t index = 0; index < found.frames.size(); ++index) {
-    shown.push_back(index);
-    if (fillGaps && gap != found.gaps.end() && gap->after == index) {
-      if (gap->count > kMostFrames - std::min(shown.size(), kMostFrames)) {
-        throw Failure("--fill-gaps: too many numbers are missing after " +
-                      Quoted(found.frames[index].name));
-      }
-      shown.insert(shown.end(), gap->count, index);
-      ++gap;
-    }
-  }
-  return shown;
-}
-
-Plan MakePlan(const Options& options, const FoundFrames& found) {
+Plan MakePlan(const Options& options, const FoundFrames& found, const Timing& timing) {
   CheckTypes(found.findings);
   fs::path output = ChooseOutput(options, found);
   const Way way = ChooseWay(options, found.findings.extension);
-  Film film = MakeFilm(options, found);
+  LookedAt looked = LookAtFrames(found.folder, found.findings.frames);
+  std::vector<BadFrame> bad = std::move(looked.bad);
+  Film film = MakeFilm(options, found.findings, timing, std::move(looked));
+  if (bad.size() == film.frames.size()) {
+    throw BadFramesFailure(film, std::move(bad));
+  }
   if (way != Way::kConverter && film.hasSeveralSizes) {
     throw Failure("--without-converter: the frames have several sizes and stay as they are");
   }
@@ -153,7 +164,8 @@ Plan MakePlan(const Options& options, const FoundFrames& found) {
           .way = way,
           .output = std::move(output),
           .contactSheet = options.contactSheet,
-          .replace = options.overwrite};
+          .replace = options.overwrite,
+          .bad = std::move(bad)};
 }
 
 }  // namespace animate

@@ -1,14 +1,13 @@
 // What is going to be made, checked before any work is done.
 #pragma once
 
-#include <cstddef>
 #include <filesystem>
 #include <vector>
 
 #include "animate/frame_search.h"
 #include "animate/options.h"
+#include "animate/timing.h"
 #include "film/film.h"
-#include "sequence/findings.h"
 
 namespace animate {
 
@@ -22,17 +21,13 @@ struct Plan {
   // Empty for none.
   std::filesystem::path contactSheet;
   bool replace = false;
+  // Frames that were found bad when they were looked at; the film shows them still.
+  std::vector<BadFrame> bad;
 };
 
-// The order in which frames are shown, as indices into the sequence: each once, or, with
-// `fillGaps`, held where numbers are missing. Throws a Failure when that would be more frames than
-// can be meant.
-std::vector<std::size_t> ShownFrames(const Findings& found, bool fillGaps);
-
 // Makes the plan and looks at every frame. Throws a Failure when the animation cannot be made in
-// the way that is asked for, when a frame is bad, when something is in the way at a place that is
-// to be written to, and of wrong use when OUTPUT is missing and cannot be made of the folder's
-// name.
-Plan MakePlan(const Options& options, const FoundFrames& found);
+// the way that is asked for, when all frames are bad, when something is in the way at a place that
+// is to be written to, and of wrong use when OUTPUT is missing and there is no name to make one of.
+Plan MakePlan(const Options& options, const FoundFrames& found, const Timing& timing);
 
 }  // namespace animate

@@ -1,8 +1,12 @@
 #include "animate/report.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <unordered_set>
 
+#include "animate/bad_frames.h"
 #include "animate/shown.h"
 #include "film/failure.h"
 #include "platform/paths.h"
@@ -38,6 +42,12 @@ std::string StepText(const Findings& found) {
   return step == "1" ? "" : ", in steps of " + step + (IsTime(found.kind) ? " s" : "");
 }
 
+// Whether a text got to standard output whole; errno says why not.
+bool Write(const std::string& text) {
+  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() &&
+         std::fflush(stdout) == 0;
+}
+
 }  // namespace
 
 void PrintNote(const std::string& line) {
@@ -68,8 +78,12 @@ void PrintFindings(const Findings& found) {
     PrintNote("twice: " + Count(items.size(), "number", "numbers") +
               ", each is a frame: " + Joined(items));
   }
-  if (!found.leftOut.empty()) {
-    PrintNote("left out: " + Joined(found.leftOut));
+  PrintLeftOut(found.leftOut);
+}
+
+void PrintLeftOut(const std::vector<std::string>& texts) {
+  if (!texts.empty()) {
+    PrintNote("left out: " + Joined(texts));
   }
 }
 
@@ -78,19 +92,41 @@ void PrintFailure(const std::string& reason) {
 }
 
 void PrintText(const std::string& text) {
-  std::fputs(text.c_str(), stdout);
+  if (!Write(text) && errno != EPIPE) {
+    throw Failure(std::string("standard output cannot be written: ") + std::strerror(errno));
+  }
 }
 
-void PrintList(const std::filesystem::path& folder, const std::vector<FoundFrame>& frames,
-               const std::vector<std::size_t>& shown) {
-  for (const std::size_t index : shown) {
-    PrintText(platform::TextOfPath(folder / frames[index].name) + "\n");
+void PrintClosing(const std::string& line) {
+  if (!Write(line)) {
+    PrintNote(std::string("standard output cannot be written: ") + std::strerror(errno));
+  }
+}
+
+void PrintUnseen(std::size_t count, const Rate& rate) {
+  if (count != 0) {
+    PrintNote("unseen: " + Count(count, "frame stands", "frames stand") +
+              " for less than a tick of " + rate.text + " frames a second");
+  }
+}
+
+void PrintBad(const Plan& plan, BadFrames how) {
+  std::vector<std::string> items;
+  for (const BadFrame& bad : plan.bad) {
+    items.push_back(TextOf(plan.film, bad));
+  }
+  if (!items.empty()) {
+    PrintNote("bad: " + Count(items.size(), "frame", "frames") +
+              (how == BadFrames::kHold ? ", the one before stays: " : ", skipped: ") +
+              Joined(items));
   }
 }
 
 void PrintPlan(const Plan& plan) {
   const Film& film = plan.film;
-  const std::size_t held = film.shown.size() - film.frames.size();
+  const std::size_t held =
+      film.shown.size() -
+      std::unordered_set<std::size_t>(film.shown.begin(), film.shown.end()).size();
   PrintNote("making: " + platform::TextOfPath(plan.output) + ", " +
             std::to_string(film.shown.size()) + " frames" +
             (held == 0 ? "" : " (" + std::to_string(held) + " of them held)") + " at " +
@@ -101,17 +137,26 @@ void PrintPlan(const Plan& plan) {
   }
 }
 
-void PrintResult(const Plan& plan, const Measurement& measured, std::uint64_t bytes) {
+std::string ResultText(const Account& account, BadFrames how) {
+  const Plan& plan = *account.plan;
+  const Measurement& measured = *account.measured;
   char length[32];
   std::snprintf(&length[0], sizeof(length), "%.1f s", measured.length);
-  PrintText(platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
-            " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
-            ShownSize(measured.size) + ", " + ShownBytes(bytes) + "\n");
+  const std::string bad = plan.bad.empty()
+                              ? ""
+                              : ", " + Count(plan.bad.size(), "bad frame", "bad frames") +
+                                    (how == BadFrames::kHold ? " held over" : " skipped");
+  return platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
+         " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
+         ShownSize(measured.size) + ", " + ShownBytes(account.bytes) + bad + "\n";
 }
 
-void FinishOutput() {
-  if (std::fflush(stdout) != 0) {
-    throw Failure("standard output cannot be written");
+void PrintKept(const std::vector<std::string>& kept, std::size_t count) {
+  if (!kept.empty()) {
+    PrintNote("not deleted: " +
+              (kept.size() == count ? "all of the " + std::to_string(count) + " frames"
+                                    : Count(kept.size(), "frame", "frames")) +
+              ": " + Joined(kept));
   }
 }
 

@@ -3,13 +3,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "animate/account.h"
 #include "animate/plan.h"
-#include "film/measurement.h"
 #include "sequence/findings.h"
 
 namespace animate {
@@ -20,23 +18,31 @@ void PrintNote(const std::string& line);
 // Prints why the run failed, on standard error.
 void PrintFailure(const std::string& reason);
 
-// Prints a text as it is on standard output.
+// Prints a text, the one thing that the run was for, as it is on standard output. A reader that has
+// gone has seen enough; throws a Failure when it does not get there for another reason.
 void PrintText(const std::string& text);
+
+// Prints the last line of a run on standard output, where its loss is no more than a note: the
+// exit status says what matters.
+void PrintClosing(const std::string& line);
 
 // Prints, in a few notes, which frames were found, what is missing, twice, or left out.
 void PrintFindings(const Findings& found);
+void PrintLeftOut(const std::vector<std::string>& texts);
 
-// Prints the paths of the frames of `folder` as they are `shown`, one a line, on standard output.
-void PrintList(const std::filesystem::path& folder, const std::vector<FoundFrame>& frames,
-               const std::vector<std::size_t>& shown);
+// Notes how many frames are never shown.
+void PrintUnseen(std::size_t count, const Rate& rate);
+
+// Names the bad frames of the plan and what is done about them, which it is in the film already.
+void PrintBad(const Plan& plan, BadFrames how);
 
 // Prints what is going to be made, as notes.
 void PrintPlan(const Plan& plan);
 
-// Prints the closing line on standard output; the animation has `bytes` bytes.
-void PrintResult(const Plan& plan, const Measurement& measured, std::uint64_t bytes);
+// The closing line of an animation that is in its place.
+std::string ResultText(const Account& account, BadFrames how);
 
-// Throws a Failure when what went to standard output did not all get there.
-void FinishOutput();
+// Names frames that were not deleted, each with the reason, of `count` that were to be.
+void PrintKept(const std::vector<std::string>& kept, std::size_t count);
 
 }  // namespace animate

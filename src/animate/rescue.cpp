@@ -31,9 +31,13 @@ std::string RescuedName(const fs::path& copy) {
 }  // namespace
 
 void Rescue(const fs::path& folder, bool isQuiet) {
-  std::vector<fs::path> names =
-      OrFail(platform::ListFiles(folder), "the folder " + Quoted(folder) + " cannot be read");
-  std::erase_if(names, [](const fs::path& name) { return !IsCopy(name); });
+  std::vector<fs::path> names;
+  for (platform::FolderEntry& entry :
+       OrFail(platform::ListEntries(folder), "the folder " + Quoted(folder) + " cannot be read")) {
+    if (entry.kind == platform::FileKind::kFile && IsCopy(entry.name)) {
+      names.push_back(std::move(entry.name));
+    }
+  }
   if (names.empty()) {
     throw Failure("in " + Quoted(folder) + " there is nothing to rescue");
   }
@@ -50,7 +54,7 @@ void Rescue(const fs::path& folder, bool isQuiet) {
     }
   }
   if (!isQuiet) {
-    PrintText(std::to_string(names.size() - kept) + " frames rescued\n");
+    PrintClosing(std::to_string(names.size() - kept) + " frames rescued\n");
   }
   if (kept != 0) {
     throw Failure(std::to_string(kept) + " copies keep their names");

@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "animate/bad_frames.h"
 #include "animate/progress_line.h"
-#include "converter/bad_frame.h"
+#include "converter/bad_frames.h"
 #include "converter/contact_sheet.h"
 #include "converter/converter.h"
 #include "converter/encoding.h"
@@ -13,7 +14,6 @@
 #include "converter/recipe.h"
 #include "converter/staging.h"
 #include "film/failure.h"
-#include "film/quoted.h"
 #include "picture/picture.h"
 
 namespace animate {
@@ -29,18 +29,17 @@ Measurement Make(const Converter& converter, const Plan& plan, const Staging& st
   }
   if (!sheet.empty()) {
     MakeContactSheet(converter, plan.film, staging, sheet);
-    LookAtPicture(sheet);
+    OrFail(LookAtPicture(sheet), "the finished contact sheet");
   }
   return Prove(converter, plan.film, target, staging.Folder());
 }
 
-// Throws `failure` again, or one that says more: which encoder is missing, or which frame is bad.
+// Throws `failure` again, or one that says more: which encoder is missing, or which frames are bad.
 [[noreturn]] void Explain(const Failure& failure, const Converter& converter, const Film& film,
                           const Staging& staging) {
   converter.CheckEncoder(RecipeFor(*film.format).codec, film.format->extension);
-  if (const auto bad = FindBadFrame(converter, film, staging)) {
-    throw Failure(Quoted(film.frames[*bad].path.filename()) +
-                  " is damaged and cannot be decoded (" + failure.what() + ")");
+  if (std::vector<BadFrame> bad = FindBadFrames(converter, film, staging); !bad.empty()) {
+    throw BadFramesFailure(film, std::move(bad));
   }
   throw failure;
 }
@@ -60,6 +59,10 @@ Measurement MakeWithConverter(const Plan& plan, const fs::path& target, const fs
     }
     Explain(failure, converter, plan.film, staging);
   }
+}
+
+std::vector<BadFrame> FindUndecodable(const Film& film, const fs::path& wanted) {
+  return FindBadFrames(Converter(FindConverter(wanted)), film, Staging(film, {}));
 }
 
 }  // namespace animate

@@ -6,7 +6,6 @@
 #include "film/interruption.h"
 #include "film/quoted.h"
 #include "platform/program_search.h"
-#include "platform/watched_process.h"
 
 namespace animate {
 namespace {
@@ -40,26 +39,38 @@ platform::Result<std::size_t> Converter::MakePictures(
 platform::Result<platform::Done> Converter::ReadOutput(
     const Words& arguments, const std::filesystem::path& folder,
     const std::function<void(const std::string&)>& outputLine) const {
-  const Words common = {"-hide_banner", "-nostdin", "-v", "error", "-y"};
-  const std::string name = "the converter " + Quoted(program_) + " ";
   std::string firstError;
-  const platform::ProcessEnd end =
-      OrFail(platform::RunWatched(program_, Joined(common, arguments), folder, outputLine,
-                                  [&](const std::string& line) {
-                                    if (firstError.empty()) {
-                                      firstError = line;
-                                    }
-                                  }),
-             name + "cannot be started");
-  if (end.interrupted) {
-    StopIfInterrupted();
-  }
+  const platform::ProcessEnd end = Run(arguments, folder, outputLine, [&](const std::string& line) {
+    if (firstError.empty()) {
+      firstError = line;
+    }
+  });
   if (end.failure.empty() && firstError.empty()) {
     return platform::Done();
   }
-  return platform::SystemError{name +
+  return platform::SystemError{"the converter " + Quoted(program_) + " " +
                                (end.failure.empty() ? "failed" : "ended with " + end.failure) +
                                (firstError.empty() ? "" : ": " + firstError)};
+}
+
+void Converter::ReadMessages(const Words& arguments, const std::filesystem::path& folder,
+                             const std::function<void(const std::string&)>& message) const {
+  Run(
+      arguments, folder, [](const std::string&) {}, message);
+}
+
+platform::ProcessEnd Converter::Run(
+    const Words& arguments, const std::filesystem::path& folder,
+    const std::function<void(const std::string&)>& outputLine,
+    const std::function<void(const std::string&)>& errorLine) const {
+  const Words common = {"-hide_banner", "-nostdin", "-v", "error", "-y"};
+  const platform::ProcessEnd end = OrFail(
+      platform::RunWatched(program_, Joined(common, arguments), folder, outputLine, errorLine),
+      "the converter " + Quoted(program_) + " cannot be started");
+  if (end.interrupted) {
+    StopIfInterrupted();
+  }
+  return end;
 }
 
 void Converter::CheckEncoder(const std::string& codec, const std::string& extension) const {

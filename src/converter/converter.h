@@ -8,6 +8,7 @@
 
 #include "converter/words.h"
 #include "platform/result.h"
+#include "platform/watched_process.h"
 
 namespace animate {
 
@@ -31,12 +32,21 @@ class Converter {
       const Words& arguments, const std::filesystem::path& folder,
       const std::function<void(const std::string&)>& outputLine) const;
 
+  // Runs it with `arguments` in `folder`; `message` gets what it writes to its error output, line
+  // by line, and how it ends does not matter.
+  void ReadMessages(const Words& arguments, const std::filesystem::path& folder,
+                    const std::function<void(const std::string&)>& message) const;
+
   // Throws a Failure when the converter lacks the encoder for `codec`, with which a file with the
   // extension `extension` was to be made. Costs a start of it, so it is called only to explain why
   // something failed.
   void CheckEncoder(const std::string& codec, const std::string& extension) const;
 
  private:
+  platform::ProcessEnd Run(const Words& arguments, const std::filesystem::path& folder,
+                           const std::function<void(const std::string&)>& outputLine,
+                           const std::function<void(const std::string&)>& errorLine) const;
+
   std::filesystem::path program_;
 };
 

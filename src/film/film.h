@@ -19,9 +19,18 @@ struct Frame {
   platform::FileStatus status;
 };
 
+// A frame that cannot be shown.
+struct BadFrame {
+  // As an index into the film's frames.
+  std::size_t frame = 0;
+  // What is to be said behind its name: "is empty".
+  std::string reason;
+};
+
 struct Film {
   std::vector<Frame> frames;
-  // The frames as they are shown, as indices into `frames`: one that is held stands several times.
+  // The frames as they are shown, as indices into `frames`: one that is held stands several times,
+  // one that is left out does not.
   std::vector<std::size_t> shown;
   // What ImageType says of all frames.
   std::string frameType;

@@ -5,9 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "film/failure.h"
 #include "film/image_type.h"
-#include "film/quoted.h"
 #include "picture/bmp.h"
 #include "picture/gif.h"
 #include "picture/jpeg.h"
@@ -43,32 +41,46 @@ const PictureType* TypeOf(const std::string& start) {
   return type == std::end(kTypes) ? nullptr : type;
 }
 
-}  // namespace
-
-Picture LookAtPicture(const std::filesystem::path& path) {
-  const platform::InputFile file =
-      OrFail(platform::InputFile::Open(path), Quoted(path.filename()) + " cannot be read");
-  Bytes content(file);
-  return {LookAtContent(content, path.filename()), file.Status()};
+platform::SystemError Refused(const std::string& reason) {
+  return {reason};
 }
 
-Size LookAtContent(Bytes& content, const std::filesystem::path& name) {
+}  // namespace
+
+platform::Result<Picture> LookAtPicture(const std::filesystem::path& path) {
+  // Looked at before it is opened, which for a pipe would wait for a writer.
+  const platform::FileKind kind = platform::QueryStatus(path).kind;
+  if (kind != platform::FileKind::kFile) {
+    return Refused(kind == platform::FileKind::kFolder    ? "is a folder"
+                   : kind == platform::FileKind::kMissing ? "cannot be found, or leads nowhere"
+                                                          : "is no file");
+  }
+  const platform::Result<platform::InputFile> file = platform::InputFile::Open(path);
+  if (!file) {
+    return Refused("cannot be read: " + file.Reason());
+  }
+  Bytes content(*file);
+  const platform::Result<Size> size = LookAtContent(content, path.filename());
+  return size ? platform::Result<Picture>({*size, file->Status()}) : Refused(size.Reason());
+}
+
+platform::Result<Size> LookAtContent(Bytes& content, const std::filesystem::path& name) {
   if (content.Size() == 0) {
-    throw Failure(Quoted(name) + " is empty");
+    return Refused("is empty");
   }
   const PictureType* const type = TypeOf(content.Text(0, 8));
   if (type == nullptr) {
-    throw Failure(Quoted(name) + " is no picture");
+    return Refused("is no picture");
   }
   if (ImageType(name) != type->extension) {
-    throw Failure(Quoted(name) + " is a " + type->name + " picture, not what its name says");
+    return Refused(std::string("is a ") + type->name + " picture, not what its name says");
   }
   const std::optional<Size> size = type->read(content);
   if (!size) {
-    throw Failure(Quoted(name) + " is cut, its end is missing");
+    return Refused("is cut, its end is missing");
   }
   if (size->width <= 0 || size->height <= 0) {
-    throw Failure(Quoted(name) + " is damaged");
+    return Refused("is damaged");
   }
   return *size;
 }

@@ -6,6 +6,7 @@
 #include "film/size.h"
 #include "picture/bytes.h"
 #include "platform/file_status.h"
+#include "platform/result.h"
 
 namespace animate {
 
@@ -15,12 +16,12 @@ struct Picture {
   platform::FileStatus status;
 };
 
-// Looks at the picture in the image file at `path`. Throws a Failure that names the file when it
-// cannot be read, is empty, is no picture or one of another type than its name says, or is cut:
-// converters take some cut files for whole ones.
-Picture LookAtPicture(const std::filesystem::path& path);
+// Looks at the picture in the image file at `path`. Fails when it is no file or cannot be read, is
+// empty, is no picture or one of another type than its name says, or is cut: converters take some
+// cut files for whole ones. The reason is what the file's name is to be followed by: "is empty".
+platform::Result<Picture> LookAtPicture(const std::filesystem::path& path);
 
 // The same for the content of a file with the name `name`. Returns the picture's size.
-Size LookAtContent(Bytes& content, const std::filesystem::path& name);
+platform::Result<Size> LookAtContent(Bytes& content, const std::filesystem::path& name);
 
 }  // namespace animate

@@ -8,13 +8,20 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/file_status.h"
 #include "platform/owned.h"
 #include "platform/result.h"
 
 namespace platform {
 
-// The names of all files in `folder` (links to files too, folders not), in no particular order.
-Result<std::vector<std::filesystem::path>> ListFiles(const std::filesystem::path& folder);
+// What is in a folder; of a link it is what it leads to.
+struct FolderEntry {
+  std::filesystem::path name;
+  FileKind kind = FileKind::kMissing;
+};
+
+// All entries of `folder` but itself and the one above it, in no particular order.
+Result<std::vector<FolderEntry>> ListEntries(const std::filesystem::path& folder);
 
 // Removes one file, never a folder.
 Result<Done> DeleteOneFile(const std::filesystem::path& path);

@@ -1,6 +1,6 @@
 // The entries of one folder as the console program takes them: folders too, in the system's own
-// order, on which the order of its frames can hang. (ListFiles in file_system.h gives files alone,
-// in no order.)
+// order, on which the order of its frames can hang. (ListEntries in file_system.h gives them in no
+// order, with what they are.)
 #pragma once
 
 #include <optional>

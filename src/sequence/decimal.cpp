@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <limits>
 
+#include "sequence/ascii.h"
+#include "sequence/calendar.h"
+
 namespace animate {
 namespace {
 
@@ -16,6 +19,13 @@ bool Append(std::int64_t& value, char digit) {
   }
   value = value * 10 + unit;
   return true;
+}
+
+std::string_view TakeDigits(std::string_view& text) {
+  const std::string_view digits =
+      text.substr(0, std::min(text.find_first_not_of("0123456789"), text.size()));
+  text.remove_prefix(digits.size());
+  return digits;
 }
 
 }  // namespace
@@ -91,6 +101,32 @@ std::strong_ordering Decimal::operator<=>(const Decimal& other) const {
   const Decimal& low = isNegative_ ? other : *this;
   const Decimal& high = isNegative_ ? *this : other;
   return low.point_ != high.point_ ? low.point_ <=> high.point_ : low.digits_ <=> high.digits_;
+}
+
+std::optional<Decimal> TakeDecimal(std::string_view& text) {
+  std::string_view rest = text;
+  NumberText number;
+  number.isNegative = rest.starts_with('-');
+  TakeCharacter(rest, "+-");
+  number.whole = TakeDigits(rest);
+  if (std::string_view after = rest; TakeCharacter(after, ".,")) {
+    number.fraction = TakeDigits(after);
+    rest = number.fraction.empty() ? rest : after;
+  }
+  if (std::string_view after = rest; TakeCharacter(after, "e")) {
+    const bool isNegative = after.starts_with('-');
+    TakeCharacter(after, "+-");
+    const std::string_view power = TakeDigits(after);
+    if (!power.empty() && power.size() <= 3) {
+      number.exponent = isNegative ? -SmallNumber(power) : SmallNumber(power);
+      rest = after;
+    }
+  }
+  if (number.whole.empty()) {
+    return std::nullopt;
+  }
+  text = rest;
+  return Decimal(number);
 }
 
 }  // namespace animate

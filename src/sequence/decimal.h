@@ -51,4 +51,8 @@ class Decimal {
   bool isNegative_ = false;
 };
 
+// Takes a number, with or without sign, fraction and exponent, from the front of a text. Returns
+// nothing, and leaves the text, when there is none.
+std::optional<Decimal> TakeDecimal(std::string_view& text);
+
 }  // namespace animate

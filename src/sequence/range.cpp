@@ -13,59 +13,18 @@ namespace {
   throw Failure(reason, ExitStatus::kWrongUse);
 }
 
-std::string_view TakeDigits(std::string_view& text) {
-  const std::string_view digits =
-      text.substr(0, std::min(text.find_first_not_of("0123456789"), text.size()));
-  text.remove_prefix(digits.size());
-  return digits;
-}
-
-bool TakeCharacter(std::string_view& text, std::string_view characters) {
-  const bool isThere =
-      !text.empty() && characters.find(LowerCase(text[0])) != std::string_view::npos;
-  text.remove_prefix(isThere ? 1 : 0);
-  return isThere;
-}
-
-// Takes a number from the front of a text; leaves the text when there is none.
-std::optional<Decimal> TakeNumber(std::string_view& text) {
-  std::string_view rest = text;
-  NumberText number;
-  number.isNegative = rest.starts_with('-');
-  TakeCharacter(rest, "+-");
-  number.whole = TakeDigits(rest);
-  if (std::string_view after = rest; TakeCharacter(after, ".,")) {
-    number.fraction = TakeDigits(after);
-    rest = number.fraction.empty() ? rest : after;
-  }
-  if (std::string_view after = rest; TakeCharacter(after, "e")) {
-    const bool isNegative = after.starts_with('-');
-    TakeCharacter(after, "+-");
-    const std::string_view power = TakeDigits(after);
-    if (!power.empty() && power.size() <= 3) {
-      number.exponent = isNegative ? -SmallNumber(power) : SmallNumber(power);
-      rest = after;
-    }
-  }
-  if (number.whole.empty()) {
-    return std::nullopt;
-  }
-  text = rest;
-  return Decimal(number);
-}
-
 // FIRST-, FIRST-LAST, -LAST or one number.
 bool TakeEnds(std::string_view& text, Range& range) {
   const std::string_view whole = text;
-  range.first = TakeNumber(text);
+  range.first = TakeDecimal(text);
   if (range.first && TakeCharacter(text, "-")) {
-    range.last = TakeNumber(text);
+    range.last = TakeDecimal(text);
     return true;
   }
   if (whole.starts_with('-')) {
     text = whole.substr(1);
     range.first.reset();
-    range.last = TakeNumber(text);
+    range.last = TakeDecimal(text);
     return range.last.has_value();
   }
   range.last = range.first;
@@ -102,7 +61,7 @@ Range ReadRange(const std::string& text) {
   std::string_view rest = text;
   bool isRange = TakeEnds(rest, range);
   if (isRange && TakeCharacter(rest, "x")) {
-    range.step = TakeNumber(rest);
+    range.step = TakeDecimal(rest);
     isRange = range.first && range.step && Decimal() < *range.step;
   }
   if (!isRange || !rest.empty() || (range.first && range.last && *range.last < *range.first)) {

@@ -224,10 +224,10 @@ std::vector<Candidate> LargestFilms(const Folder& folder, bool join) {
   }
   CheckTwo(folder, {films.front().sequence, 0, films.front().sequence->members.size(), ""});
   if (films.size() > 1 && !join) {
-    throw Failure("there are " + std::to_string(films.size()) +
-                  (equals > 1 ? " equally large films" : " films") +
-                  " side by side: " + folder.List(films) +
-                  "; name a frame of the one that is meant, or give --join (one after the other)");
+    throw Failure(
+        "there are " + std::to_string(films.size()) +
+        (equals > 1 ? " equally large films" : " films") + " side by side: " + folder.List(films) +
+        "; name a frame of the one that is meant, or give --join (one after the other) or --each (an animation of each)");
   }
   return films;
 }

@@ -12,7 +12,6 @@
 #include <limits>
 #include <string>
 
-#include "platform/file_status.h"
 #include "platform/input_file.h"
 #include "platform/linux/descriptor.h"
 #include "platform/linux/last_error.h"
@@ -72,25 +71,26 @@ Result<StandIn> Copy(const fs::path& from, const fs::path& to) {
 
 }  // namespace
 
-Result<std::vector<fs::path>> ListFiles(const fs::path& folder) {
+Result<std::vector<FolderEntry>> ListEntries(const fs::path& folder) {
   const Owned<DIR*, closedir> open(opendir(folder.c_str()));
   if (!open) {
     return LastError();
   }
-  std::vector<fs::path> names;
+  std::vector<FolderEntry> entries;
   errno = 0;
   while (const dirent* entry = readdir(open.get())) {
     const fs::path name = &entry->d_name[0];
-    if (entry->d_type == DT_REG ||
-        (entry->d_type != DT_DIR && QueryStatus(folder / name).kind == FileKind::kFile)) {
-      names.push_back(name);
+    if (name != "." && name != "..") {
+      entries.push_back({name, entry->d_type == DT_REG   ? FileKind::kFile
+                               : entry->d_type == DT_DIR ? FileKind::kFolder
+                                                         : QueryStatus(folder / name).kind});
     }
     errno = 0;
   }
   if (errno != 0) {
     return LastError();
   }
-  return names;
+  return entries;
 }
 
 Result<Done> DeleteOneFile(const fs::path& path) {

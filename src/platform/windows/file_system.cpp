@@ -18,23 +18,28 @@ Result<Done> DoneIf(bool isDone) {
 
 }  // namespace
 
-Result<std::vector<fs::path>> ListFiles(const fs::path& folder) {
+Result<std::vector<FolderEntry>> ListEntries(const fs::path& folder) {
   WIN32_FIND_DATAW entry = {};
   HANDLE found = FindFirstFileW(SystemPath(folder / L"*").c_str(), &entry);
   if (found == INVALID_HANDLE_VALUE) {
     return LastError();
   }
   const Owned<HANDLE, FindClose> search(found);
-  std::vector<fs::path> names;
+  std::vector<FolderEntry> entries;
   do {
-    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      names.emplace_back(&entry.cFileName[0]);
+    const fs::path name = &entry.cFileName[0];
+    if (name != L"." && name != L"..") {
+      const bool isLink = (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+      const bool isFolder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+      entries.push_back({name, isLink     ? QueryStatus(folder / name).kind
+                               : isFolder ? FileKind::kFolder
+                                          : FileKind::kFile});
     }
   } while (FindNextFileW(search.get(), &entry) != 0);
   if (GetLastError() != ERROR_NO_MORE_FILES) {
     return LastError();
   }
-  return names;
+  return entries;
 }
 
 Result<Done> DeleteOneFile(const fs::path& path) {

@@ -74,9 +74,9 @@ PrivateFolder::~PrivateFolder() {
   if (path_.empty()) {
     return;
   }
-  if (const auto names = ListFiles(path_)) {
-    for (const fs::path& name : *names) {
-      DeleteFileW((path_ / name).c_str());
+  if (const auto entries = ListEntries(path_)) {
+    for (const FolderEntry& entry : *entries) {
+      DeleteFileW((path_ / entry.name).c_str());
     }
   }
   RemoveDirectoryW(path_.c_str());
