@@ -283,10 +283,62 @@ TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {
   EXPECT_NEAR(CountAndSpan("16.gif").second, 11.0 / 16, 0.006);
 }
 
+// A picture whose last bytes before its end are others.
+std::string Damaged(std::string png) {
+  png[png.size() - 24] = static_cast<char>(~png[png.size() - 24]);
+  return png;
+}
+
+TEST_F(AnimateTest, RefusesSkipsOrHoldsBadFrames) {
+  Frames frames;
+  for (int number = 1; number <= 9; ++number) {
+    const std::string png = Sample(number, "png");
+    frames.emplace_back("f" + std::to_string(number) + ".png", number == 5 ? Damaged(png)
+                                                               : number == 7 || number == 9
+                                                                   ? png.substr(0, png.size() / 2)
+                                                                   : png);
+  }
+  Fill(frames);
+  EXPECT_THAT(Run({"bad.apng"}).errors,
+              HasSubstr("3 frames are bad: \"f5.png\" is damaged and cannot be decoded ("));
+  EXPECT_THAT(Run({"bad.apng"}).errors,
+              HasSubstr("; \"f9.png\" is cut, its end is missing (it is the last one;"));
+  EXPECT_THAT(output_.Names(), IsEmpty());
+  EXPECT_THAT(Run({"skip.apng", "--bad", "skip"}).output, HasSubstr(", 3 bad frames skipped\n"));
+  EXPECT_THAT(Levels("skip.apng"), ElementsAre(1, 2, 3, 4, 6, 8));
+  const ProgramResult held = Run({"hold.apng", "--bad", "hold", "--json", "-q"});
+  EXPECT_THAT(held.output, HasSubstr("\"shown\":9,\"bad\":[{\"name\":\"f5.png\",\"reason\":\"is "));
+  EXPECT_THAT(Levels("hold.apng"), ElementsAre(1, 2, 3, 4, 4, 6, 6, 8, 8));
+}
+
+TEST_F(AnimateTest, TakesAListOrMakesEachSequence) {
+  const std::string png = Sample(4, "png");
+  Fill({{"a1.png", Sample(1, "png")},
+        {"a2.png", Sample(2, "png")},
+        {"b1.png", ""},
+        {"b2.png", png},
+        {"c.exr", ""}});
+  const std::string name = fs::path(frames_.Path()).filename().string();
+  const ProgramResult each = Run({output_.Path(), "--each", "--format", "apng", "--json", "-q"});
+  EXPECT_EQ(each.exitStatus, 1);
+  EXPECT_THAT(output_.Names(), ElementsAre(name + "_a.apng"));
+  EXPECT_THAT(Levels(name + "_a.apng"), ElementsAre(1, 2));
+  EXPECT_THAT(each.output, testing::MatchesRegex("..frames.:2,.*,.bytes.:.*\n..frames.:2,.*,"
+                                                 ".error.:.*b1.png.* is empty.,.status.:1.\n"));
+  EXPECT_THAT(Run({output_.Path(), "--each", "--overwrite"}).errors, HasSubstr("left out: 1 .exr"));
+
+  frames_.Write("list.txt", "b2.png\r\na1.png\nb2.png\n");
+  const ProgramResult listed = RunAlone({"--from-list", frames_.Path() + "/list.txt", "list.apng"});
+  EXPECT_EQ(listed.exitStatus, 0) << listed.errors;
+  EXPECT_THAT(Levels("list.apng"), ElementsAre(4, 1, 4));
+  const ProgramResult wrong = RunAlone({"--json", "--bogus"});
+  EXPECT_EQ(wrong.exitStatus, 2);
+  EXPECT_THAT(wrong.output, testing::EndsWith("\",\"status\":2}\n"));
+  EXPECT_THAT(wrong.errors, testing::StartsWith("TessaraAnimate: there is no option"));
+}
+
 TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
   const std::string png = Sample(4, "png");
-  std::string flipped = png;
-  flipped[flipped.size() - 24] = static_cast<char>(~flipped[flipped.size() - 24]);
   const auto with = [](int number, const std::string& content) {
     Frames frames;
     for (int index = 1; index <= 9; ++index) {
@@ -302,7 +354,7 @@ TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
     const char* message;
   } kCases[] = {
       {with(5, png.substr(0, png.size() / 2)), {"out.mp4", "--overwrite"}, "\"f5.png\" is cut"},
-      {with(8, flipped), {"out.mp4", "--overwrite"}, "\"f8.png\" is damaged"},
+      {with(8, Damaged(png)), {"out.mp4", "--overwrite"}, "\"f8.png\" is damaged"},
       {{{"a1.png", png}, {"a2.png", png}, {"b1.png", png}, {"b2.png", png}},
        {"out.mp4", "--overwrite"},
        "equally large"},
