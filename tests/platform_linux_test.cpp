@@ -1,15 +1,18 @@
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "platform/folder_listing.h"
 #include "platform/linux/command_line_splitter.h"
+#include "platform/paths.h"
 #include "tests/support/program_fixture.h"
 
 namespace {
 
 using namespace testing;
+namespace fs = std::filesystem;
 
 TEST(CommandLineSplitter, FollowsTheQuotingRules) {
   const struct {
@@ -36,6 +39,23 @@ TEST_F(LinuxTest, ListingIsSortedAndLeavesOutNamesThatNoPathCanName) {
   frames_.WriteAll({"b", "B", "a10", "a2", "_", "Z", "back\\slash", "-"});
   EXPECT_THAT(platform::ListFolder(frames_.Path()).value(),
               ElementsAre(".", "..", "-", "_", "a10", "a2", "B", "b", "Z"));
+}
+
+TEST_F(LinuxTest, TheFolderAboveALinkIsThatOfItsTarget) {
+  const fs::path root = fs::canonical(frames_.Path());
+  frames_.Write("real/sub/file");
+  fs::create_directory_symlink("real/sub", root / "link");
+  const struct {
+    const char *path, *full;
+  } kCases[] = {
+      {"link/..//./x.mp4", "real/x.mp4"},
+      {"real/sub/..", "real"},
+      {"none/../x", "none/../x"},
+      {"link/", "link"},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(platform::FullPath(root / c.path).native(), (root / c.full).native());
+  }
 }
 
 // Loading it takes several times as long as the rest of a run.

@@ -13,7 +13,9 @@ namespace platform {
 std::filesystem::path PathFromText(const std::string& text);
 std::string TextOfPath(const std::filesystem::path& path);
 
-// `path` from the root of its file system, without "." and ".." and a separator at its end.
+// `path` from the root of its file system, without "." and a separator at its end. A ".." is what
+// the system takes it for, so behind a link it is the folder above the link's target; where that
+// leads nowhere it stays.
 std::filesystem::path FullPath(const std::filesystem::path& path);
 
 // `path` as an argument for another program that reads UTF-8 (elsewhere: bytes), in the form

@@ -15,8 +15,17 @@ std::string TextOfPath(const fs::path& path) {
 
 fs::path FullPath(const fs::path& path) {
   std::error_code error;
-  fs::path full = fs::absolute(path, error).lexically_normal();
-  return full.has_filename() || !full.has_relative_path() ? full : full.parent_path();
+  fs::path full;
+  for (const fs::path& part : fs::absolute(path, error)) {
+    if (part == "..") {
+      // Behind a link it is the folder above the one that the link leads to.
+      const fs::path above = fs::canonical(full / part, error);
+      full = error ? full / part : above;
+    } else if (!part.empty() && part != ".") {
+      full /= part;
+    }
+  }
+  return full;
 }
 
 std::string ArgumentOfPath(const fs::path& path) {
