@@ -104,6 +104,11 @@ TEST_F(AnimateLinuxTest, WorksOnCopiesWhereThereAreNoLinks) {
   EXPECT_THAT(result.output, HasSubstr("out.avi: 12 frames"));
 }
 
+TEST_F(AnimateLinuxTest, WorksWithoutStandardStreams) {
+  RunWith(kGood, {"/bin/sh", "-c", "exec \"$@\" <&- >&- 2>&-", "sh"});
+  EXPECT_NE(output_.Read("out.avi"), "old");
+}
+
 TEST_F(AnimateLinuxTest, AnInterruptedRunLeavesNothing) {
   for (const char* signal : {"INT", "TERM"}) {
     const ProgramResult result =

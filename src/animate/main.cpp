@@ -37,6 +37,7 @@ animate::ExitStatus RunGuarded(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  platform::FillStandardStreams();
   platform::NoteInterruptions();
   platform::UseUtf8Console();
   const animate::ExitStatus status = RunGuarded(platform::ProgramArguments(argc, argv));

@@ -10,6 +10,10 @@ namespace platform {
 // elsewhere as their bytes.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
+// Puts the null device in the place of standard input, output and error where the program was
+// started without them, so that no file of its own gets there; writing to it fails.
+void FillStandardStreams();
+
 // Whether standard error is a terminal in which a line can be rewritten, and how many characters
 // wide that is.
 bool ErrorsGoToTerminal();

@@ -1,9 +1,12 @@
 #include "platform/user.h"
 
+#include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <csignal>
+
+#include "platform/linux/descriptor.h"
 
 namespace platform {
 namespace {
@@ -18,6 +21,15 @@ void Note(int) {
 
 std::vector<std::string> ProgramArguments(int argc, char** argv) {
   return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
+void FillStandardStreams() {
+  // The system gives the lowest number that is free.
+  int number = -1;
+  do {
+    number = open("/dev/null", O_RDONLY);
+  } while (number >= 0 && number <= STDERR_FILENO);
+  const Descriptor notNeeded(number);
 }
 
 bool ErrorsGoToTerminal() {

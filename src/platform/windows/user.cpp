@@ -37,6 +37,10 @@ std::vector<std::string> ProgramArguments(int, char**) {
   return arguments;
 }
 
+void FillStandardStreams() {
+  // Files are no numbers here that could be taken for a stream's.
+}
+
 bool ErrorsGoToTerminal() {
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
