@@ -1,5 +1,7 @@
 #include "film/interruption.h"
 
+#include <string>
+
 #include "film/failure.h"
 #include "platform/user.h"
 
@@ -7,7 +9,8 @@ namespace animate {
 
 void StopIfInterrupted() {
   if (platform::IsInterrupted()) {
-    throw Failure("interrupted", ExitStatus::kInterrupted);
+    const std::string cause = platform::InterruptionCause();
+    throw Failure("interrupted" + (cause.empty() ? "" : ": " + cause), ExitStatus::kInterrupted);
   }
 }
 

@@ -26,11 +26,13 @@ void UseUtf8Console();
 // its last words can be read.
 void WaitBeforeConsoleGoes();
 
-// From now on the user's wish to stop (Ctrl-C, a closed console, a request to end) no longer ends
-// the process but is noted.
+// From now on the user's wish to stop (Ctrl-C, a closed console, a request to end) and the limits
+// that he has set on time and the size of files no longer end the process but are noted.
 void NoteInterruptions();
 
-// Whether such a wish was noted.
+// Whether such a wish was noted, and the system's word for what it was; empty for Ctrl-C, and where
+// the system has none.
 bool IsInterrupted();
+std::string InterruptionCause();
 
 }  // namespace platform

@@ -5,16 +5,18 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstring>
 
 #include "platform/linux/descriptor.h"
 
 namespace platform {
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+// The signal that was noted, 0 for none.
+volatile std::sig_atomic_t interruption = 0;
 
-void Note(int) {
-  interrupted = 1;
+void Note(int signal) {
+  interruption = signal;
 }
 
 }  // namespace
@@ -50,7 +52,7 @@ void WaitBeforeConsoleGoes() {}
 void NoteInterruptions() {
   struct sigaction action = {};
   action.sa_handler = Note;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU, SIGXFSZ}) {
     // One that the caller has turned off (nohup) stays so.
     struct sigaction before = {};
     if (sigaction(signal, nullptr, &before) == 0 && before.sa_handler != SIG_IGN) {
@@ -62,7 +64,11 @@ void NoteInterruptions() {
 }
 
 bool IsInterrupted() {
-  return interrupted != 0;
+  return interruption != 0;
+}
+
+std::string InterruptionCause() {
+  return interruption == 0 || interruption == SIGINT ? "" : strsignal(interruption);
 }
 
 }  // namespace platform

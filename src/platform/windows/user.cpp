@@ -81,4 +81,8 @@ bool IsInterrupted() {
   return interrupted;
 }
 
+std::string InterruptionCause() {
+  return {};
+}
+
 }  // namespace platform
