@@ -6,14 +6,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <optional>
 
 #include "platform/line_splitter.h"
-#include "platform/linux/descriptor.h"
+#include "platform/linux/guarded_group.h"
 #include "platform/linux/last_error.h"
+#include "platform/linux/pipe.h"
 #include "platform/start_tries.h"
 #include "platform/user.h"
 
@@ -23,25 +26,12 @@ namespace {
 // How often a noted interruption is looked for while the program is silent.
 constexpr int kLookMilliseconds = 100;
 
-struct Pipe {
-  Descriptor reading;
-  Descriptor writing;
-};
-
-// A pipe that no started program inherits by itself; not open when there cannot be one.
-Pipe MakePipe() {
-  std::array<int, 2> ends = {-1, -1};
-  const bool isMade = pipe2(ends.data(), O_CLOEXEC) == 0;
-  return {Descriptor(isMade ? ends[0] : -1), Descriptor(isMade ? ends[1] : -1)};
-}
-
-// A started program, killed with its own children when it is left before its end.
+// A started program, killed when it is left before its end.
 class Child {
  public:
   explicit Child(pid_t process) : process_(process) {}
   ~Child() {
     if (!HasEnded()) {
-      kill(-process_, SIGKILL);
       kill(process_, SIGKILL);
       Status();
     }
@@ -80,8 +70,8 @@ struct Start {
 };
 
 // The child's side of the start. A failure goes through `failure` as the system's error number.
-[[noreturn]] void BecomeProgram(const Start& start, pid_t parent, int failure) {
-  setpgid(0, 0);
+[[noreturn]] void BecomeProgram(const Start& start, pid_t group, pid_t parent, int failure) {
+  setpgid(0, group);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) {
     // The parent ended before the line above.
@@ -98,8 +88,8 @@ struct Start {
   _exit(127);
 }
 
-// Starts the program as `process`. Returns 0, or the system's error number.
-int TryOnce(const Start& start, pid_t& process) {
+// Starts the program as `process` in a group. Returns 0, or the system's error number.
+int TryOnce(const Start& start, pid_t group, pid_t& process) {
   Pipe failure = MakePipe();
   if (!failure.reading.IsOpen()) {
     return errno;
@@ -110,7 +100,7 @@ int TryOnce(const Start& start, pid_t& process) {
     return errno;
   }
   if (child == 0) {
-    BecomeProgram(start, parent, failure.writing.Get());
+    BecomeProgram(start, group, parent, failure.writing.Get());
   }
   failure.writing.Close();
   // The other end closes when the program begins.
@@ -172,6 +162,18 @@ bool PassOnAll(std::vector<Outlet> outlets, Child& child) {
   return true;
 }
 
+// Waits for the end of a program whose pipes have ended, a moment before it or long before. Returns
+// false when it was left for an interruption.
+bool WaitForEnd(Child& child) {
+  for (int pause = 1; !child.HasEnded(); pause = std::min(2 * pause, kLookMilliseconds)) {
+    if (IsInterrupted()) {
+      return false;
+    }
+    poll(nullptr, 0, pause);
+  }
+  return true;
+}
+
 std::string DescribeEnd(int status) {
   if (WIFSIGNALED(status)) {
     return std::string("signal ") + strsignal(WTERMSIG(status));
@@ -194,16 +196,22 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
     vector.push_back(word.data());
   }
   vector.push_back(nullptr);
+  // Before the pipes, whose ends it would keep open.
+  std::optional<GuardedGroup> group;
+  if (const int error = TryToStart([&] { return group.emplace().Error(); }, IsMomentary);
+      error != 0) {
+    return ErrorOf(error);
+  }
   Pipe output = MakePipe();
   Pipe errors = MakePipe();
   if (!output.reading.IsOpen() || !errors.reading.IsOpen()) {
     return LastError();
   }
-  const Start start = {program.c_str(), vector.data(), folder.c_str(), output.writing.Get(),
-                       errors.writing.Get()};
+  const Start what = {program.c_str(), vector.data(), folder.c_str(), output.writing.Get(),
+                      errors.writing.Get()};
   pid_t process = 0;
-  if (const int error = TryToStart([&] { return TryOnce(start, process); }, IsMomentary);
-      error != 0) {
+  const auto start = [&] { return TryOnce(what, group->Number(), process); };
+  if (const int error = TryToStart(start, IsMomentary); error != 0) {
     return ErrorOf(error);
   }
   Child child(process);
@@ -214,7 +222,8 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
   const bool isWhole =
       PassOnAll({{output.reading.Get(), [&](std::string_view piece) { outputLines.Take(piece); }},
                  {errors.reading.Get(), [&](std::string_view piece) { errorLines.Take(piece); }}},
-                child);
+                child) &&
+      WaitForEnd(child);
   if (!isWhole) {
     return ProcessEnd{true, ""};
   }
