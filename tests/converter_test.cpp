@@ -6,8 +6,8 @@
 #include "converter/find_converter.h"
 #include "converter/proof.h"
 #include "film/failure.h"
-#include "platform/program.h"
 #include "platform/start_tries.h"
+#include "tests/support/run_program.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/variables.h"
 
@@ -130,20 +130,27 @@ TEST(FindConverter, LooksInTheInstallationAndThenInThePath) {
   const std::string name = platform::ExecutableFileName("ffmpeg");
   const TempFolder one;
   const TempFolder two;
+  const TempFolder data;
   Variables here;
   const auto find = [&](const char* installation, const std::string& path) {
     here.Set("TESSARA_DIR", installation);
     here.Set("PATH", path.c_str());
     return animate::FindConverter("").parent_path();
   };
-  // Folders of those names are no converters.
+  const auto write = [&](const TempFolder& folder, const std::string& path) {
+    folder.Write(path + name);
+    std::filesystem::permissions(folder.File(path + name), std::filesystem::perms::owner_all);
+  };
+  // Folders of those names are no converters, and files that cannot be started are none either.
   one.Write(name + "/file");
-  two.Write(name);
-  const std::string both = one.Path() + (name == "ffmpeg" ? "::" : ";;") + two.Path();
+  data.Write("ffmpeg");
+  write(two, "");
+  const std::string to = kIsWindows ? ";" : ":";
+  const std::string both = one.Path() + to + to + data.Path() + to + two.Path();
   EXPECT_THROW(find(nullptr, one.Path()), animate::Failure);
   EXPECT_EQ(find(nullptr, both), two.Path());
   EXPECT_EQ(find(one.Path().c_str(), both), two.Path());
-  one.Write("TessaraPro64/" + name);
+  write(one, "TessaraPro64/");
   EXPECT_EQ(find(one.Path().c_str(), both), one.File("TessaraPro64"));
   EXPECT_EQ(animate::FindConverter(two.File(name)), two.File(name));
   EXPECT_THROW(animate::FindConverter(two.Path()), animate::Failure);

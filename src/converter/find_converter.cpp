@@ -14,10 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool IsFile(const fs::path& path) {
-  return platform::QueryStatus(path).kind == platform::FileKind::kFile;
-}
-
 std::vector<fs::path> FoldersToSearch() {
   std::vector<fs::path> folders = {platform::ProgramFolder()};
   if (const fs::path installation = platform::PathVariable("TESSARA_DIR"); !installation.empty()) {
@@ -33,7 +29,7 @@ std::vector<fs::path> FoldersToSearch() {
 
 fs::path FindConverter(const fs::path& wanted) {
   if (!wanted.empty()) {
-    if (!IsFile(wanted)) {
+    if (platform::QueryStatus(wanted).kind != platform::FileKind::kFile) {
       throw Failure("--converter: " + Quoted(wanted) + " is no file");
     }
     return wanted;
@@ -41,7 +37,7 @@ fs::path FindConverter(const fs::path& wanted) {
   const std::string name = platform::ExecutableFileName("ffmpeg");
   for (const fs::path& folder : FoldersToSearch()) {
     fs::path program = platform::FullPath(folder / name);
-    if (!folder.empty() && IsFile(program)) {
+    if (!folder.empty() && platform::IsProgram(program)) {
       return program;
     }
   }

@@ -16,4 +16,7 @@ std::filesystem::path PathVariable(const char* name);
 // The folders in which the system looks for programs.
 std::vector<std::filesystem::path> ProgramSearchFolders();
 
+// Whether there is a file at `path` that this user may start, as far as the system can tell before.
+bool IsProgram(const std::filesystem::path& path);
+
 }  // namespace platform

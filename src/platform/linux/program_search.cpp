@@ -1,9 +1,13 @@
 #include "platform/program_search.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <string>
 
+#include "platform/file_status.h"
 #include "platform/program.h"
 
 namespace platform {
@@ -27,6 +31,11 @@ std::vector<fs::path> ProgramSearchFolders() {
     at = end + 1;
   }
   return folders;
+}
+
+bool IsProgram(const fs::path& path) {
+  return QueryStatus(path).kind == FileKind::kFile &&
+         faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
 }
 
 }  // namespace platform

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/file_status.h"
 #include "platform/windows/filled_text.h"
 #include "platform/windows/utf8.h"
 
@@ -31,6 +32,10 @@ std::vector<fs::path> ProgramSearchFolders() {
     at = end + 1;
   }
   return folders;
+}
+
+bool IsProgram(const fs::path& path) {
+  return QueryStatus(path).kind == FileKind::kFile;
 }
 
 }  // namespace platform
