@@ -108,13 +108,28 @@ TEST_F(AnimateLinuxTest, KeepsAFrameThatIsChangedMeanwhile) {
   EXPECT_THAT(frames_.Names(), ElementsAre("5.png"));
 }
 
-TEST_F(AnimateLinuxTest, WorksOnCopiesWhereThereAreNoLinks) {
+TEST_F(AnimateLinuxTest, WorksWhereTheSystemLacksLinksAndRenamingWithoutReplacing) {
   Variables here;
   here.Set("ASAN_OPTIONS", "detect_leaks=0");
-  const ProgramResult result =
-      RunWith(kGood, {"/usr/bin/strace", "-o", "/dev/null", "-e", "inject=symlink:error=EPERM"});
-  EXPECT_EQ(result.exitStatus, 0) << result.errors;
-  EXPECT_THAT(result.output, HasSubstr("out.avi: 12 frames"));
+  for (const char* lack : {"inject=symlink:error=EPERM", "inject=link,renameat2:error=EPERM"}) {
+    const ProgramResult result = RunWith(kGood, {"/usr/bin/strace", "-o", "/dev/null", "-e", lack});
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_THAT(result.output, HasSubstr("out.avi: 12 frames"));
+    EXPECT_THAT(output_.Names(), ElementsAre("out.avi"));
+  }
+}
+
+TEST_F(AnimateLinuxTest, ReplacesWhatALinkLeadsToUnlessItIsReadOnly) {
+  fs::rename(output_.File("out.avi"), output_.File("real"));
+  fs::create_symlink("real", output_.File("out.avi"));
+  EXPECT_EQ(RunWith(kGood).exitStatus, 0);
+  EXPECT_TRUE(fs::is_symlink(output_.File("out.avi")));
+  EXPECT_NE(output_.Read("real"), "old");
+  // Before the converter could say anything.
+  fs::permissions(output_.File("real"), fs::perms::owner_read);
+  EXPECT_THAT(RunWith("exit 3").errors, HasSubstr("it is read-only"));
+  fs::remove(output_.File("real"));
+  EXPECT_THAT(RunWith("exit 3").errors, HasSubstr("it is a link that leads nowhere"));
 }
 
 TEST_F(AnimateLinuxTest, WorksWithoutStandardStreams) {

@@ -361,6 +361,7 @@ TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
       {{{"a1.png", png}}, {"out.mp4", "--overwrite"}, "no sequence"},
       {good, {"out.mp4"}, "exists already"},
       {good, {"none/out.mp4"}, "cannot be found"},
+      {good, {std::string(300, 'n') + ".mp4"}, ".mp4\" cannot be written"},
       {good, {"out.mp4", "--overwrite", "--converter", "none"}, "is no file"},
       {good, {"out.mp4", "--overwrite", "--converter", "out.mp4"}, "cannot be started"},
       {good,

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "log/working_folders.h"
+#include "platform/file_system.h"
 #include "tests/support/program_fixture.h"
 
 namespace {
@@ -34,6 +35,18 @@ TEST_F(WindowsTest, TempFolderWithAFurtherAttributeIsNotUsed) {
   EXPECT_EQ(GetTempRootFolder(), temp_ / "Tessara");
   SetFileAttributesA((temp_ / "Tessara").c_str(), FILE_ATTRIBUTE_HIDDEN);
   EXPECT_EQ(GetTempRootFolder(), temp_.Path());
+}
+
+TEST_F(WindowsTest, SaysWhereNoFileCanBePut) {
+  frames_.WriteAll({"old.mp4", "read-only.mp4"});
+  SetFileAttributesA((frames_ / "read-only.mp4").c_str(), FILE_ATTRIBUTE_READONLY);
+  for (const char* name : {"read-only.mp4", "a?b.mp4", "a:b.mp4", "a\tb.mp4"}) {
+    EXPECT_FALSE(platform::PlaceFor(frames_ / name)) << name;
+  }
+  for (const char* name : {"old.mp4", "new.mp4"}) {
+    EXPECT_TRUE(platform::PlaceFor(frames_ / name)) << name;
+  }
+  SetFileAttributesA((frames_ / "read-only.mp4").c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(WindowsTest, ProgramCarriesItsVersion) {

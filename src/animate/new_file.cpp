@@ -13,14 +13,22 @@ constexpr char kStart[] = ".TessaraAnimate-";
 
 }  // namespace
 
-NewFile::NewFile(const std::filesystem::path& place) : place_(place) {
+NewFile::NewFile(const std::filesystem::path& place)
+    : place_(OrFail(platform::PlaceFor(place), Quoted(place) + " cannot be written")) {
   std::random_device random;
-  std::filesystem::path path =
-      place.parent_path() / (&kStart[0] + std::to_string(random()) + std::to_string(random()));
-  path += place.extension();
-  OrFail(platform::CreateEmptyFile(path),
-         "the folder " + Quoted(place.parent_path()) + " cannot be written to");
-  path_ = path;
+  const std::filesystem::path folder = place_.parent_path();
+  const std::filesystem::path first =
+      folder / (&kStart[0] + std::to_string(random()) + std::to_string(random()));
+  OrFail(platform::CreateEmptyFile(first),
+         "the folder " + Quoted(folder) + " cannot be written to");
+  path_ = first;
+  path_ += place.extension();
+  // Better now than after the work.
+  if (const auto renamed = platform::RenameWithoutReplacing(first, path_); !renamed) {
+    static_cast<void>(platform::DeleteOneFile(first));
+    throw Failure("no file can be put in its place in the folder " + Quoted(folder) + ": " +
+                  renamed.Reason());
+  }
 }
 
 NewFile::~NewFile() {

@@ -5,11 +5,12 @@
 
 namespace animate {
 
-// An empty file beside the place that it is for, under a name of its own with the same extension.
-// Unless it was put in its place it is deleted when its owner goes.
+// An empty file beside the place that it is for, or, when a link is there, beside what that leads
+// to, under a name of its own with the same extension. Unless it was put in its place it is deleted
+// when its owner goes.
 class NewFile {
  public:
-  // Throws a Failure when no file can be made in the folder of `place`.
+  // Throws a Failure when nothing can be put at `place`, as far as that can be seen before.
   explicit NewFile(const std::filesystem::path& place);
   ~NewFile();
   NewFile(const NewFile&) = delete;

@@ -11,10 +11,12 @@
 #include <cstdio>
 #include <limits>
 #include <string>
+#include <system_error>
 
 #include "platform/input_file.h"
 #include "platform/linux/descriptor.h"
 #include "platform/linux/last_error.h"
+#include "platform/linux/status_of.h"
 
 namespace platform {
 namespace fs = std::filesystem;
@@ -63,6 +65,24 @@ Result<StandIn> Copy(const fs::path& from, const fs::path& to) {
   }
   if (good && copy.Close()) {
     return StandIn::kCopy;
+  }
+  SystemError error = LastError();
+  unlink(to.c_str());
+  return error;
+}
+
+// Renames onto an empty file of its own making, which nothing that is there can be.
+Result<Done> RenameOntoOwn(const fs::path& from, const fs::path& to) {
+  const Descriptor own(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileRights));
+  struct stat made = {};
+  if (!own.IsOpen() || fstat(own.Get(), &made) != 0) {
+    return LastError();
+  }
+  if (QueryStatus(to).identity != StatusOf(made).identity) {
+    return ErrorOf(EEXIST);
+  }
+  if (rename(from.c_str(), to.c_str()) == 0) {
+    return Done();
   }
   SystemError error = LastError();
   unlink(to.c_str());
@@ -126,19 +146,35 @@ Result<OwnedFile> OpenForNewContent(const fs::path& path) {
   return file;
 }
 
+Result<fs::path> PlaceFor(const fs::path& path) {
+  struct stat found = {};
+  if (lstat(path.c_str(), &found) != 0) {
+    return errno == ENOENT ? Result<fs::path>(path) : LastError();
+  }
+  std::error_code error;
+  fs::path place = S_ISLNK(found.st_mode) ? fs::canonical(path, error) : path;
+  if (error || stat(place.c_str(), &found) != 0) {
+    return SystemError{"it is a link that leads nowhere"};
+  }
+  // The superuser is granted every access.
+  if ((found.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0 ||
+      faccessat(AT_FDCWD, place.c_str(), W_OK, AT_EACCESS) != 0) {
+    return SystemError{"it is read-only"};
+  }
+  return place;
+}
+
 Result<Done> RenameWithoutReplacing(const fs::path& from, const fs::path& to) {
   if (syscall(SYS_renameat2, AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
     return Done();
   }
-  if (errno != EINVAL && errno != ENOSYS) {
-    return LastError();
+  // Systems and file systems refuse what they do not know in several words. A hard link fails as
+  // well when something is there.
+  if (errno != EEXIST && link(from.c_str(), to.c_str()) == 0) {
+    unlink(from.c_str());
+    return Done();
   }
-  // A file system that knows no such call: a hard link fails as well when something is there.
-  if (link(from.c_str(), to.c_str()) != 0) {
-    return LastError();
-  }
-  unlink(from.c_str());
-  return Done();
+  return errno == EEXIST ? LastError() : RenameOntoOwn(from, to);
 }
 
 Result<Done> PutInPlace(const fs::path& from, const fs::path& to, bool replace) {

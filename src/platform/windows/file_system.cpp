@@ -2,8 +2,12 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <limits>
+#include <string>
+#include <string_view>
 
+#include "platform/windows/filled_text.h"
 #include "platform/windows/last_error.h"
 #include "platform/windows/opened_file.h"
 #include "platform/windows/system_path.h"
@@ -11,6 +15,9 @@
 namespace platform {
 namespace fs = std::filesystem;
 namespace {
+
+// In units, on every file system; what is longer can look like a name that is free.
+constexpr std::size_t kLongestName = 255;
 
 Result<Done> DoneIf(bool isDone) {
   return isDone ? Result<Done>(Done()) : LastError();
@@ -80,6 +87,38 @@ Result<OwnedFile> OpenForNewContent(const fs::path& path) {
     return LastError();
   }
   return file;
+}
+
+Result<fs::path> PlaceFor(const fs::path& path) {
+  // Some of these would be refused late, and a colon means a further stream of another file.
+  const std::wstring name = path.filename().native();
+  if (std::any_of(name.begin(), name.end(), [](wchar_t unit) {
+        return unit < L' ' || std::wstring_view(L"<>:\"/\\|?*").find(unit) != std::wstring::npos;
+      })) {
+    return ErrorOf(ERROR_INVALID_NAME);
+  }
+  if (name.size() > kLongestName) {
+    return ErrorOf(ERROR_FILENAME_EXCED_RANGE);
+  }
+  fs::path place = path;
+  DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return GetLastError() == ERROR_FILE_NOT_FOUND ? Result<fs::path>(path) : LastError();
+  }
+  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    const OwnedHandle target = OpenedFile(path, 0, OPEN_EXISTING);
+    place = FilledText<wchar_t>([&](wchar_t* text, DWORD size) {
+      return GetFinalPathNameByHandleW(target.get(), text, size, FILE_NAME_NORMALIZED);
+    });
+    attributes = GetFileAttributesW(place.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+      return SystemError{"it is a link that leads nowhere"};
+    }
+  }
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+    return SystemError{"it is read-only"};
+  }
+  return place;
 }
 
 Result<Done> RenameWithoutReplacing(const fs::path& from, const fs::path& to) {
