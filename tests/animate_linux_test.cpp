@@ -132,6 +132,11 @@ TEST_F(AnimateLinuxTest, ReplacesWhatALinkLeadsToUnlessItIsReadOnly) {
   EXPECT_THAT(RunWith("exit 3").errors, HasSubstr("it is a link that leads nowhere"));
 }
 
+TEST_F(AnimateLinuxTest, NamesTheFolderForTemporaryFilesThatIsMissing) {
+  EXPECT_THAT(RunWith(kGood, {"/usr/bin/env", "TMPDIR=/none"}).errors,
+              HasSubstr(R"(in "/none", the folder for temporary files that TMPDIR names: )"));
+}
+
 TEST_F(AnimateLinuxTest, WorksWithoutStandardStreams) {
   RunWith(kGood, {"/bin/sh", "-c", "exec \"$@\" <&- >&- 2>&-", "sh"});
   EXPECT_NE(output_.Read("out.avi"), "old");

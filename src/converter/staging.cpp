@@ -49,11 +49,17 @@ void LinkFrames(const Film& film, const std::vector<std::size_t>& shown,
   }
 }
 
+platform::PrivateFolder MakeFolder() {
+  const auto [folder, variable] = platform::FindTemporaryPlace();
+  return OrFail(platform::PrivateFolder::Make(),
+                "no folder can be made in " + Quoted(folder) + ", the folder for temporary files" +
+                    (variable.empty() ? "" : " that " + variable + " names"));
+}
+
 }  // namespace
 
 Staging::Staging(const Film& film, const std::vector<std::size_t>& onSheet)
-    : folder_(OrFail(platform::PrivateFolder::Make(),
-                     "no folder can be made in the folder for temporary files")),
+    : folder_(MakeFolder()),
       pattern_("%08d." + LinkExtension(film)),
       sheetPattern_("sheet%02d." + LinkExtension(film)) {
   LinkFrames(film, film.shown, folder_.Path(), pattern_);

@@ -2,10 +2,19 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "platform/result.h"
 
 namespace platform {
+
+// The system's folder for temporary files, and the environment variable that names it; empty where
+// none does.
+struct TemporaryPlace {
+  std::filesystem::path folder;
+  std::string variable;
+};
+TemporaryPlace FindTemporaryPlace();
 
 // A new folder under the system's temporary one that its owner alone can enter. It goes, with the
 // files in it, when its owner goes.

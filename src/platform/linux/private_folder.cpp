@@ -7,12 +7,18 @@
 #include "platform/folders.h"
 #include "platform/linux/last_error.h"
 #include "platform/paths.h"
+#include "platform/program_search.h"
 
 namespace platform {
 namespace fs = std::filesystem;
 
+TemporaryPlace FindTemporaryPlace() {
+  const char* const variable = "TMPDIR";
+  return {SystemTempFolder(), PathVariable(variable).empty() ? "" : variable};
+}
+
 Result<PrivateFolder> PrivateFolder::Make() {
-  std::string name = SystemTempFolder() + "/TessaraAnimate-XXXXXX";
+  std::string name = FindTemporaryPlace().folder / "TessaraAnimate-XXXXXX";
   if (mkdtemp(name.data()) == nullptr) {
     return LastError();
   }

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/file_system.h"
+#include "platform/program_search.h"
 #include "platform/windows/filled_text.h"
 #include "platform/windows/last_error.h"
 #include "platform/windows/owned_handle.h"
@@ -53,9 +54,21 @@ bool MakeOwnersFolder(const fs::path& path) {
 
 }  // namespace
 
-Result<PrivateFolder> PrivateFolder::Make() {
-  const fs::path parent =
+TemporaryPlace FindTemporaryPlace() {
+  TemporaryPlace place;
+  place.folder =
       FilledText<wchar_t>([](wchar_t* text, DWORD size) { return GetTempPathW(size, text); });
+  // The system takes the first that is set, and else its own folder.
+  for (const char* variable : {"TMP", "TEMP", "USERPROFILE"}) {
+    if (place.variable.empty() && !PathVariable(variable).empty()) {
+      place.variable = variable;
+    }
+  }
+  return place;
+}
+
+Result<PrivateFolder> PrivateFolder::Make() {
+  const fs::path parent = FindTemporaryPlace().folder;
   std::random_device random;
   constexpr int kTries = 100;
   for (int attempt = 0; attempt < kTries; ++attempt) {
