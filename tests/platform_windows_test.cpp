@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "animate/frame_search.h"
 #include "log/working_folders.h"
 #include "platform/file_system.h"
 #include "tests/support/program_fixture.h"
@@ -47,6 +48,13 @@ TEST_F(WindowsTest, SaysWhereNoFileCanBePut) {
     EXPECT_TRUE(platform::PlaceFor(frames_ / name)) << name;
   }
   SetFileAttributesA((frames_ / "read-only.mp4").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(WindowsTest, FindsAFrameByItsNameInOtherCase) {
+  frames_.WriteAll({"f_1.png", "f_2.png"});
+  animate::Options options;
+  options.frames = frames_ / "F_2.PNG";
+  EXPECT_EQ(animate::FindFrames(options).findings.frames.size(), 2U);
 }
 
 TEST_F(WindowsTest, ProgramCarriesItsVersion) {

@@ -34,6 +34,19 @@ void CheckExpected(const Findings& findings, const Range& expected) {
   }
 }
 
+// The name of the file `meant` as it stands among `names`, those of its folder: a file system that
+// does not tell case apart finds it under others too.
+fs::path ListedName(const fs::path& meant, const std::vector<fs::path>& names) {
+  if (std::find(names.begin(), names.end(), meant.filename()) != names.end()) {
+    return meant.filename();
+  }
+  const auto identity = platform::QueryStatus(meant).identity;
+  const auto listed = std::find_if(names.begin(), names.end(), [&](const fs::path& name) {
+    return platform::QueryStatus(meant.parent_path() / name).identity == identity;
+  });
+  return listed == names.end() ? meant.filename() : *listed;
+}
+
 // Keeps the frames that the options ask for.
 void KeepChosen(const Options& options, Findings& findings) {
   if (options.expect) {
@@ -117,7 +130,7 @@ Place FindPlace(const Options& options) {
     const bool isThere =
         std::find(place.names.begin(), place.names.end(), meant.filename()) != place.names.end();
     if (isThere || kind != platform::FileKind::kMissing) {
-      place.how.wanted = meant.filename();
+      place.how.wanted = ListedName(meant, place.names);
     } else if (IsNamePattern(last)) {
       place.how.pattern = last;
     } else {
