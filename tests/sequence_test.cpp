@@ -208,7 +208,7 @@ TEST(Sequence, ThePageSaysTheTruth) {
       ++examples;
     }
   }
-  EXPECT_EQ(examples, 0);
+  EXPECT_GT(examples, 10);
 }
 
 TEST(Sequence, NamesEveryFilmAndWhatIsLeftOut) {
