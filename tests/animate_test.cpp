@@ -328,9 +328,9 @@ TEST_F(AnimateTest, TakesAListOrMakesEachSequence) {
   EXPECT_THAT(Run({output_.Path(), "--each", "--overwrite"}).errors, HasSubstr("left out: 1 .exr"));
 
   frames_.Write("list.txt", "b2.png\r\na1.png\nb2.png\n");
-  const ProgramResult listed = RunAlone({"--from-list", frames_.Path() + "/list.txt", "list.apng"});
+  const ProgramResult listed = RunAlone({"--from-list", frames_.Path() + "/list.txt", "list.gif"});
   EXPECT_EQ(listed.exitStatus, 0) << listed.errors;
-  EXPECT_THAT(Levels("list.apng"), ElementsAre(4, 1, 4));
+  EXPECT_THAT(Levels("list.gif"), ElementsAre(4, 1, 4));
   const ProgramResult wrong = RunAlone({"--json", "--bogus"});
   EXPECT_EQ(wrong.exitStatus, 2);
   EXPECT_THAT(wrong.output, testing::EndsWith("\",\"status\":2}\n"));
