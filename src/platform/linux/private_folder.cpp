@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 TemporaryPlace FindTemporaryPlace() {
   const char* const variable = "TMPDIR";
-  return {SystemTempFolder(), PathVariable(variable).empty() ? "" : variable};
+  return {FullPath(SystemTempFolder()), PathVariable(variable).empty() ? "" : variable};
 }
 
 Result<PrivateFolder> PrivateFolder::Make() {
@@ -22,7 +22,7 @@ Result<PrivateFolder> PrivateFolder::Make() {
   if (mkdtemp(name.data()) == nullptr) {
     return LastError();
   }
-  return PrivateFolder(FullPath(name));
+  return PrivateFolder(name);
 }
 
 PrivateFolder::~PrivateFolder() {

@@ -23,6 +23,20 @@ Result<Done> DoneIf(bool isDone) {
   return isDone ? Result<Done>(Done()) : LastError();
 }
 
+// The path of the file that opening `path` opens, links followed; empty when the system has none
+// for it, as for some disks.
+fs::path TargetOf(const fs::path& path) {
+  const OwnedHandle file = OpenedFile(path, 0, OPEN_EXISTING);
+  const auto target = FilledText<wchar_t>([&](wchar_t* text, DWORD size) {
+    return GetFinalPathNameByHandleW(file.get(), text, size, 0);
+  });
+  // It is marked as one without a limit of its length.
+  const std::wstring share = LR"(\\?\UNC\)";
+  const std::size_t mark = 4;
+  return target.rfind(share, 0) == 0 ? LR"(\\)" + target.substr(share.size())
+                                     : target.substr(std::min(mark, target.size()));
+}
+
 }  // namespace
 
 Result<std::vector<FolderEntry>> ListEntries(const fs::path& folder) {
@@ -100,20 +114,18 @@ Result<fs::path> PlaceFor(const fs::path& path) {
   if (name.size() > kLongestName) {
     return ErrorOf(ERROR_FILENAME_EXCED_RANGE);
   }
-  fs::path place = path;
   DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     return GetLastError() == ERROR_FILE_NOT_FOUND ? Result<fs::path>(path) : LastError();
   }
-  if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-    const OwnedHandle target = OpenedFile(path, 0, OPEN_EXISTING);
-    place = FilledText<wchar_t>([&](wchar_t* text, DWORD size) {
-      return GetFinalPathNameByHandleW(target.get(), text, size, FILE_NAME_NORMALIZED);
-    });
-    attributes = GetFileAttributesW(place.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES) {
-      return SystemError{"it is a link that leads nowhere"};
-    }
+  fs::path place = path;
+  const fs::path target = TargetOf(path);
+  const DWORD targetAttributes = GetFileAttributesW(SystemPath(target).c_str());
+  if (targetAttributes != INVALID_FILE_ATTRIBUTES) {
+    place = target;
+    attributes = targetAttributes;
+  } else if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    return SystemError{"it is a link that leads nowhere"};
   }
   if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
     return SystemError{"it is read-only"};

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/file_system.h"
+#include "platform/paths.h"
 #include "platform/program_search.h"
 #include "platform/windows/filled_text.h"
 #include "platform/windows/last_error.h"
@@ -56,8 +57,8 @@ bool MakeOwnersFolder(const fs::path& path) {
 
 TemporaryPlace FindTemporaryPlace() {
   TemporaryPlace place;
-  place.folder =
-      FilledText<wchar_t>([](wchar_t* text, DWORD size) { return GetTempPathW(size, text); });
+  place.folder = FullPath(
+      FilledText<wchar_t>([](wchar_t* text, DWORD size) { return GetTempPathW(size, text); }));
   // The system takes the first that is set, and else its own folder.
   for (const char* variable : {"TMP", "TEMP", "USERPROFILE"}) {
     if (place.variable.empty() && !PathVariable(variable).empty()) {
