@@ -42,10 +42,10 @@ Result<Done> CreateEmptyFile(const std::filesystem::path& path);
 // Opens the file `path`, which is there, as a C stream for new content.
 Result<OwnedFile> OpenForNewContent(const std::filesystem::path& path);
 
-// Where a file that is to be put at `path` comes to lie: there, or, when a link is there, where that
-// leads. Fails when it leads nowhere, when the system can have no file of that name, and when the
-// file that is there is read-only: outside Windows one that this user may not write to or that has
-// no write permission at all.
+// Where a file that is to be put at `path` comes to lie: there, or, when a link is there, where
+// that leads. Fails when it leads nowhere, when the system can have no file of that name, and when
+// the file that is there is read-only: outside Windows one that this user may not write to or that
+// has no write permission at all.
 Result<std::filesystem::path> PlaceFor(const std::filesystem::path& path);
 
 // Gives the file `from` the name `to` in the same folder. Fails when something is there. Where the
