@@ -183,7 +183,7 @@ std::vector<std::string> ExamplesIn(const std::string& cell) {
     // Not one name with blanks in it, and no names left out.
     const bool isList = piece.find_first_of("0123456789") < piece.find(' ') &&
                         piece.find(' ') != std::string::npos &&
-                        piece.find("...") == std::string::npos && piece.find("M") > piece.size();
+                        piece.find("...") == std::string::npos && piece.find('M') > piece.size();
     if (isExample && isList) {
       examples.push_back(piece);
     }

@@ -64,7 +64,7 @@ platform::ProcessEnd Converter::Run(
     const std::function<void(const std::string&)>& outputLine,
     const std::function<void(const std::string&)>& errorLine) const {
   const Words common = {"-hide_banner", "-nostdin", "-v", "error", "-y"};
-  const platform::ProcessEnd end = OrFail(
+  platform::ProcessEnd end = OrFail(
       platform::RunWatched(program_, Joined(common, arguments), folder, outputLine, errorLine),
       "the converter " + Quoted(program_) + " cannot be started");
   if (end.interrupted) {

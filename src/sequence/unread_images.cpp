@@ -30,6 +30,7 @@ std::vector<std::string> UnreadImages(const std::vector<std::filesystem::path>& 
     }
   }
   std::vector<std::string> texts;
+  texts.reserve(counts.size());
   for (const auto& [extension, count] : counts) {
     texts.push_back(std::to_string(count) + " " + extension);
   }
