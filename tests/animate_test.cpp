@@ -19,6 +19,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -128,6 +129,31 @@ class AnimateTest : public testing::Test {
       levels.push_back((static_cast<unsigned char>(level) + 1) / 2);
     }
     return levels;
+  }
+
+  // What a picture drawn by the converter's own source is in a file of a codec.
+  static std::string Drawn(const std::string& source, const std::string& codec) {
+    const TempFolder drawn;
+    Convert({"-f", "lavfi", "-i", source, "-frames:v", "1", "-c:v", codec, "-q:v", "1", "-f",
+             "image2", "drawn"},
+            drawn);
+    return ContentOf(drawn.File("drawn"));
+  }
+
+  // The pixels of an animation, three bytes each.
+  std::string Rgb(const std::string& name, const std::string& filter = "format=rgb24") {
+    const TempFolder raw;
+    Convert(
+        {"-i", output_.Path() + "/" + name, "-vsync", "0", "-vf", filter, "-f", "rawvideo", "raw"},
+        raw);
+    return ContentOf(raw.File("raw"));
+  }
+
+  static void ExpectNear(const std::string& rgb, std::size_t pixel, std::array<int, 3> colour) {
+    ASSERT_LE(pixel * 3 + 3, rgb.size());
+    for (std::size_t index = 0; index < 3; ++index) {
+      EXPECT_NEAR(static_cast<unsigned char>(rgb[pixel * 3 + index]), colour[index], 4) << pixel;
+    }
   }
 
   // How many pictures the converter finds in an animation, and how many seconds it counts from the
@@ -247,24 +273,74 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
   EXPECT_EQ(quiet.output + quiet.errors, "");
 }
 
-TEST_F(AnimateTest, HoldsFramesBringsThemToOneSizeAndShowsThemOnASheet) {
+TEST_F(AnimateTest, HoldsFramesAndShowsThemOnASheet) {
   FillNumbered({1, 2, 3, 6, 7});
   EXPECT_EQ(Run({"out.gif", "--fill-gaps", "--contact-sheet", "sheet.png"}).exitStatus, 0);
   EXPECT_THAT(Levels("out.gif"), ElementsAre(1, 2, 3, 3, 3, 6, 7));
   EXPECT_EQ(Levels("sheet.png").size(), 1U);
-  // A wide frame keeps its shape: its middle is grey, and above it is black.
-  std::string wide;
-  while (wide.size() < 4096) {
-    wide += "\x78\x78\x78\xFF";
-  }
-  Fill({{"f1.bmp", Sample(1, "bmp")},
-        {"f2.bmp", BitmapFile(64, wide)},
-        {"f3.bmp", Sample(3, "bmp")}});
-  for (const char* output : {"sizes.apng", "sizes.gif"}) {
-    const ProgramResult result = Run({output});
-    EXPECT_EQ(result.exitStatus, 0) << result.errors;
-    EXPECT_THAT(result.errors, HasSubstr("all are brought to 16x16"));
-    EXPECT_THAT(Levels(output), ElementsAre(1, 60, 3));
+}
+
+TEST_F(AnimateTest, PutsFramesOnTheBackgroundInTheMiddle) {
+  Fill({{"f1.png", Drawn("color=red@0.5:s=5x2,format=rgba", "png")},
+        {"f2.png", Drawn("color=blue:s=6x1,format=rgb24", "png")}});
+  EXPECT_THAT(Run({"laid.apng", "--background", "#008000"}).errors,
+              HasSubstr("laid on #008000 (--background)"));
+  // A row of the first frame, and the column of the second.
+  const std::string laid = Rgb("laid.apng");
+  ExpectNear(laid, 0, {128, 64, 0});
+  ExpectNear(laid, 4, {128, 64, 0});
+  ExpectNear(laid, 5, {0, 128, 0});
+  ExpectNear(laid, 12, {0, 0, 255});
+  ExpectNear(laid, 18, {0, 128, 0});
+  // Twice as large, as far as the shape goes, and even.
+  EXPECT_THAT(Run({"fit.mp4", "--size", "13x"}).output, HasSubstr(", 14x4, "));
+  EXPECT_EQ(Run({"fit.apng", "--size", "12x5", "--background", "black"}).exitStatus, 0);
+  const std::string fitted = Rgb("fit.apng");
+  ExpectNear(fitted, 12 * 1 + 3, {128, 0, 0});
+  ExpectNear(fitted, 12 * 4 + 3, {0, 0, 0});
+  // Where transparency can stay it does.
+  EXPECT_THAT(Run({"kept.apng"}).errors, testing::Not(HasSubstr("laid")));
+  ExpectNear(Rgb("kept.apng", "alphaextract,format=rgb24"), 0, {128, 128, 128});
+}
+
+TEST_F(AnimateTest, TurnsFramesAsTheirFilesAsk) {
+  // Of a picture that is red on its left; it is to be turned right.
+  const std::string exif =
+      "\xFF\xE1\0\x22"s
+      "Exif\0\0MM\0*\0\0\0\x08\0\1\1\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0"s;
+  std::string turned = Drawn("color=red:s=16x16[a];color=blue:s=16x16[b];[a][b]hstack", "mjpeg");
+  turned.insert(2, exif);
+  Fill({{"f1.jpg", turned}, {"f2.jpg", turned}});
+  EXPECT_THAT(Run({"turned.apng"}).output, HasSubstr(", 16x32, "));
+  const std::string seen = Rgb("turned.apng");
+  ExpectNear(seen, 8, {255, 0, 0});
+  ExpectNear(seen, 31 * 16 + 8, {0, 0, 255});
+}
+
+TEST_F(AnimateTest, ColoursComeBackFromEveryFormat) {
+  for (const int width : {64, 1280}) {
+    std::string pixels;
+    for (int pixel = 0; pixel < 32 * width; ++pixel) {
+      pixels += std::string(pixel % width < width / 2 ? "\x20\xE0\x10" : "\xC0\x20\xF0") + "\xFF";
+    }
+    Fill({{"f1.bmp", BitmapFile(width, pixels)}, {"f2.bmp", BitmapFile(width, pixels)}});
+    const std::string guess = width == 64 ? "bt601" : "bt709";
+    for (const auto& [format, matrix] : {std::pair{"mp4", "bt709"s},
+                                         {"mov", "bt709"s},
+                                         {"webm", "bt709"s},
+                                         {"gif", "auto"s},
+                                         {"avi", guess},
+                                         {"wmv", guess},
+                                         {"flv", guess},
+                                         {"swf", guess}}) {
+      const std::string name = "colours" + std::to_string(width) + "." + format;
+      ASSERT_EQ(Run({name}).exitStatus, 0) << name;
+      const std::string seen =
+          Rgb(name, "scale=in_color_matrix=" + matrix + ":in_range=tv,format=rgb24");
+      SCOPED_TRACE(name);
+      ExpectNear(seen, static_cast<std::size_t>(16 * width + width / 4), {0x10, 0xE0, 0x20});
+      ExpectNear(seen, static_cast<std::size_t>(16 * width + width * 3 / 4), {0xF0, 0x20, 0xC0});
+    }
   }
 }
 

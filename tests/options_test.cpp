@@ -52,6 +52,11 @@ TEST(AnimateOptions, WrongUseIsOneLine) {
       {{"f", "--format", "gif", "--rate", "51"}, "faster than 50"},
       {{"f", "out.swf", "--rate", "0.5"}, "slower than 1"},
       {{"f", "out.mp4", "--size", "640"}, "is not WIDTHxHEIGHT"},
+      {{"f", "out.mp4", "--size", "x"}, "is not WIDTHxHEIGHT"},
+      {{"f", "out.mp4", "--quality", "0"}, "from 1 to 100"},
+      {{"f", "out.mp4", "--quality", "101"}, "from 1 to 100"},
+      {{"f", "out.mp4", "--background", "#12345g"}, "is no colour"},
+      {{"f", "out.mp4", "--background", "nothing"}, "is no colour"},
       {{"f", "out.mp4", "--size", "0x9"}, "is not WIDTHxHEIGHT"},
       {{"f", "out.mp4", "--size", "16385x1"}, "is not WIDTHxHEIGHT"},
       {{"f", "out.txt"}, "does not end like"},
@@ -89,6 +94,9 @@ TEST(AnimateOptions, AreTakenAsTheyAreMeant) {
                        options.output.filename().string()),
             std::tuple(50.0, std::string("[old]"), std::string("out.GIF")));
   EXPECT_EQ(options.size, (animate::Size{16384, 1}));
+  EXPECT_EQ(ReadOptions({"f", "--size", "x7"}).size, (animate::Size{0, 7}));
+  EXPECT_EQ(ReadOptions({"f", "--background", "Orange"}).background,
+            (animate::Colour{0xFF, 0xA5, 0x00}));
   EXPECT_NEAR(ReadOptions({"f", "-r", "30000/1001"}).rate.value, 29.97, 0.001);
   const TempFolder folder;
   const Options inFolder = ReadOptions({"f", folder.Path(), "--format", ".WebM"});

@@ -33,6 +33,11 @@ const std::string kJpeg = "\xFF\xD8" + Segment("\xE1", "\xFF\xC0 thumb \xFF\xD9"
                           Segment("\xC2", kJpegFrame) + Segment("\xC4", "no frame here") +
                           Segment("\xCC", "nor is here") + Segment("\xDA", "scan") + "data \xFF";
 
+// The directory of a picture that is to be turned right.
+const std::string kExif = std::string("Exif\0\0MM", 8) + BigEndian(42, 2) + BigEndian(8, 4) +
+                          BigEndian(1, 2) + BigEndian(274, 2) + BigEndian(3, 2) + BigEndian(1, 4) +
+                          BigEndian(6, 2) + "xx" + BigEndian(0, 4);
+
 std::string Bmp(int width, int height, int bits, int compression) {
   return "BM12345678" + LittleEndian(54, 4) + LittleEndian(40, 4) + LittleEndian(width, 4) +
          LittleEndian(height, 4) + LittleEndian(1, 2) + LittleEndian(bits, 2) +
@@ -70,7 +75,11 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.PNG", kPng + kPngEnd, "300x5"},
       {"a.png", kPng + kPngEnd + "and more, long enough", "300x5"},
       {"a.png", kPng + less(kPngEnd, 1), "is cut, its end is missing"},
+      {"a.png", less(kPng, 24) + Chunk("tRNS", "x") + Chunk("IDAT", "") + kPngEnd,
+       "300x5 transparent"},
       {"a.jpeg", kJpeg + "\xFF\xD9", "300x5"},
+      {"a.jpg", "\xFF\xD8" + Segment("\xE1", kExif) + Segment("\xC0", kJpegFrame) + "\xFF\xD9",
+       "300x5 turned"},
       {"a.jpg", kJpeg + "\xFF\xD9 and more", "300x5"},
       {"a.jpg", kJpeg, "is cut, its end is missing"},
       {"a.jpg", "\xFF\xD8" + Segment("\xC0", kJpegFrame) + "\xFF\xD9", "300x5"},
@@ -96,9 +105,12 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
   };
   for (const auto& c : kCases) {
     animate::Bytes content(c.content);
-    const auto size = animate::LookAtContent(content, c.name);
-    const std::string said =
-        size ? std::to_string(size->width) + "x" + std::to_string(size->height) : size.Reason();
+    const auto facts = animate::LookAtContent(content, c.name);
+    const std::string said = facts ? std::to_string(facts->size.width) + "x" +
+                                         std::to_string(facts->size.height) +
+                                         (facts->turn == animate::Turn::kNone ? "" : " turned") +
+                                         (facts->hasTransparency ? " transparent" : "")
+                                   : facts.Reason();
     EXPECT_EQ(said, c.said) << c.name << " " << c.content.size();
   }
 }

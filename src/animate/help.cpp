@@ -27,7 +27,9 @@ How long
       --hold S             the last frame stands S seconds longer
       --fill-gaps          where numbers are missing, hold the frame before
 What it looks like
-      --size WxH           picture size (the frames' own)
+      --size WxH           fit the pictures into this size, their shape kept; also Wx, xH
+      --background COLOUR  under transparent pixels and around smaller frames (white); #rrggbb
+      --quality N          from 1 to 100, larger is better and bigger (80); APNG is always exact
 What is made
       --format EXT         where OUTPUT is missing or a folder (mp4)
       --overwrite          replace an existing OUTPUT

@@ -1,11 +1,14 @@
 #include "animate/option_values.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <map>
 
 #include "film/failure.h"
 #include "film/quoted.h"
 #include "platform/paths.h"
+#include "text/lower_case.h"
 
 namespace animate {
 namespace {
@@ -22,6 +25,12 @@ bool IsDecimal(const std::string& text) {
   const std::size_t point = std::min(text.find('.'), text.size());
   return IsWhole(text.substr(0, point)) &&
          (point == text.size() || IsWhole(text.substr(point + 1)));
+}
+
+// A whole number of up to nine digits; 0 for other texts.
+std::size_t SmallNumberIn(const std::string& text) {
+  constexpr std::size_t kMostDigits = 9;
+  return IsWhole(text) && text.size() <= kMostDigits ? std::strtoull(text.c_str(), nullptr, 10) : 0;
 }
 
 // A decimal number, or a fraction of whole ones; 0 for other texts.
@@ -54,18 +63,38 @@ Rate ReadRate(const std::string& text) {
 }
 
 Size ReadSize(const std::string& text) {
-  constexpr int kLargestSide = 16384;
-  const auto read = [](const std::string& side) {
-    return IsWhole(side) && side.size() <= 5 ? std::atoi(side.c_str()) : 0;
-  };
+  constexpr std::size_t kLargestSide = 16384;
   const std::size_t mark = std::min(text.find_first_of("xX"), text.size());
-  const Size size = {read(text.substr(0, mark)),
-                     mark == text.size() ? 0 : read(text.substr(mark + 1))};
-  if (std::min(size.width, size.height) < 1 || std::max(size.width, size.height) > kLargestSide) {
+  const std::string width = text.substr(0, mark);
+  const std::string height = mark == text.size() ? "" : text.substr(mark + 1);
+  const auto isSide = [&](const std::string& side) {
+    return side.empty() || (SmallNumberIn(side) >= 1 && SmallNumberIn(side) <= kLargestSide);
+  };
+  if (mark == text.size() || text.size() == 1 || !isSide(width) || !isSide(height)) {
     WrongUse("--size: " + Quoted(text) +
-             " is not WIDTHxHEIGHT with each from 1 to 16384, like 640x480");
+             " is not WIDTHxHEIGHT with each from 1 to 16384, like 640x480, 640x or x480");
   }
-  return size;
+  return {static_cast<int>(SmallNumberIn(width)), static_cast<int>(SmallNumberIn(height))};
+}
+
+Colour ReadColour(const std::string& text) {
+  static const std::map<std::string, std::uint32_t> kNames = {
+      {"black", 0x000000}, {"silver", 0xC0C0C0},  {"gray", 0x808080},    {"grey", 0x808080},
+      {"white", 0xFFFFFF}, {"maroon", 0x800000},  {"red", 0xFF0000},     {"purple", 0x800080},
+      {"green", 0x008000}, {"lime", 0x00FF00},    {"olive", 0x808000},   {"yellow", 0xFFFF00},
+      {"navy", 0x000080},  {"blue", 0x0000FF},    {"teal", 0x008080},    {"aqua", 0x00FFFF},
+      {"cyan", 0x00FFFF},  {"fuchsia", 0xFF00FF}, {"magenta", 0xFF00FF}, {"orange", 0xFFA500}};
+  const auto named = kNames.find(LowerCase(text));
+  const bool isNumber = text.size() == 7 && text[0] == '#' &&
+                        text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
+  if (named == kNames.end() && !isNumber) {
+    WrongUse("--background: " + Quoted(text) + " is no colour like white, navy or #ff8800");
+  }
+  const auto number = isNumber
+                          ? static_cast<std::uint32_t>(std::strtoul(text.c_str() + 1, nullptr, 16))
+                          : named->second;
+  return {static_cast<std::uint8_t>(number >> 16), static_cast<std::uint8_t>(number >> 8 & 0xFF),
+          static_cast<std::uint8_t>(number & 0xFF)};
 }
 
 Numbers ReadNumbers(const std::string& text) {
@@ -75,10 +104,16 @@ Numbers ReadNumbers(const std::string& text) {
   return text == "decimal" ? Numbers::kDecimal : Numbers::kWhole;
 }
 
+int ReadQuality(const std::string& text) {
+  const std::size_t quality = SmallNumberIn(text);
+  if (quality < 1 || quality > 100) {
+    WrongUse("--quality: " + Quoted(text) + " is not a whole number from 1 to 100");
+  }
+  return static_cast<int>(quality);
+}
+
 std::size_t ReadEvery(const std::string& text) {
-  constexpr std::size_t kMostDigits = 9;
-  const bool isNumber = IsWhole(text) && text.size() <= kMostDigits;
-  const std::size_t every = isNumber ? std::strtoull(text.c_str(), nullptr, 10) : 0;
+  const std::size_t every = SmallNumberIn(text);
   if (every == 0) {
     WrongUse("--every: " + Quoted(text) + " is not a whole number from 1 on");
   }

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "film/colour.h"
 #include "film/rate.h"
 #include "film/size.h"
 #include "sequence/decimal.h"
@@ -19,10 +20,16 @@ enum class BadFrames { kRefuse, kSkip, kHold };
 // "25", "2.5" or "30000/1001".
 Rate ReadRate(const std::string& text);
 
-// "640x480".
+// "640x480", "640x" or "x480"; a side that is left out is 0.
 Size ReadSize(const std::string& text);
 
 Numbers ReadNumbers(const std::string& text);
+
+// "#rrggbb", or one of the sixteen names that the web began with, orange or grey.
+Colour ReadColour(const std::string& text);
+
+// From 1 to 100.
+int ReadQuality(const std::string& text);
 
 std::size_t ReadEvery(const std::string& text);
 

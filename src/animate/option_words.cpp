@@ -36,6 +36,8 @@ const Option kOptions[] = {
     {"--hold", true, {"--pause", "--hold-last"}},
     {"--fill-gaps", false},
     {"--size", true, {"--resolution", "--scale", "--width", "-s"}},
+    {"--background", true, {"--bg", "--color", "--colour"}},
+    {"--quality", true, {"--crf", "--bitrate"}},
     {"--format", true, {"--type", "--extension", "-f"}},
     {"--overwrite", false, {"--force", "-y"}},
     {"--contact-sheet", true, {"--montage", "--thumbnails"}},

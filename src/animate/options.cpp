@@ -152,6 +152,12 @@ void TakeShape(const OptionWords& words, Options& options) {
   if (const auto size = words.Value("--size")) {
     options.size = ReadSize(*size);
   }
+  if (const auto background = words.Value("--background")) {
+    options.background = ReadColour(*background);
+  }
+  if (const auto quality = words.Value("--quality")) {
+    options.quality = ReadQuality(*quality);
+  }
   options.fillGaps = words.Has("--fill-gaps");
 }
 

@@ -43,8 +43,12 @@ struct Options {
   std::optional<Decimal> speed;
   // How much longer the last frame stands, in seconds.
   double hold = 0;
-  // Nothing for the frames' own.
+  // From 1 to 100.
+  int quality = 80;
+  // Nothing for the frames' own; a side of 0 is left to their shape.
   std::optional<Size> size;
+  // What transparent pixels are laid on; nothing where they may stay so.
+  std::optional<Colour> background;
   bool overwrite = false;
   bool list = false;
   bool fillGaps = false;

@@ -1,6 +1,7 @@
 #include "animate/plan.h"
 
 #include <algorithm>
+#include <cmath>
 #include <unordered_map>
 
 #include "animate/bad_frames.h"
@@ -66,10 +67,15 @@ struct LookedAt {
   // Where each one that was found is among the frames; one that is listed twice is there once.
   std::vector<std::size_t> places;
   std::vector<BadFrame> bad;
-  // Of the first good one.
-  Size size;
+  // As wide as the widest of the good ones and as high as the highest, as they are seen.
+  Size canvas;
   bool hasSeveralSizes = false;
+  bool hasTransparency = false;
 };
+
+Size SeenSize(const PictureFacts& facts) {
+  return IsSideways(facts.turn) ? Size{facts.size.height, facts.size.width} : facts.size;
+}
 
 LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& found) {
   LookedAt all;
@@ -85,22 +91,35 @@ LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& fou
     const platform::Result<Picture> picture = LookAtPicture(path);
     if (!picture) {
       all.bad.push_back({all.frames.size(), picture.Reason()});
-      all.frames.push_back({std::move(path), {}});
+      all.frames.push_back({.path = std::move(path), .status = {}});
       continue;
     }
-    if (all.frames.size() == all.bad.size()) {
-      all.size = picture->size;
-    }
-    all.hasSeveralSizes = all.hasSeveralSizes || picture->size != all.size;
-    all.frames.push_back({std::move(path), picture->status});
+    const Size seen = SeenSize(picture->facts);
+    const bool isFirst = all.frames.size() == all.bad.size();
+    all.hasSeveralSizes = all.hasSeveralSizes || (!isFirst && seen != all.canvas);
+    all.canvas = {std::max(all.canvas.width, seen.width), std::max(all.canvas.height, seen.height)};
+    all.hasTransparency = all.hasTransparency || picture->facts.hasTransparency;
+    all.frames.push_back({std::move(path), picture->facts.turn, picture->status});
   }
   return all;
 }
 
-Size FilmSize(const Options& options, Size frameSize) {
-  const Size size = options.size.value_or(frameSize);
-  return options.format->needsEvenSides ? Size{RaisedToEven(size.width), RaisedToEven(size.height)}
-                                        : size;
+// The canvas, or the size that is asked for, of which one side may be left to the shape.
+Size PlannedSize(const Options& options, Size canvas) {
+  const Size wanted = options.size.value_or(canvas);
+  const auto other = [](int side, int own, int length) {
+    return std::max(1, static_cast<int>(std::lround(static_cast<double>(length) * side / own)));
+  };
+  return {wanted.width != 0 ? wanted.width : other(wanted.height, canvas.height, canvas.width),
+          wanted.height != 0 ? wanted.height : other(wanted.width, canvas.width, canvas.height)};
+}
+
+Film::Transparency TransparencyOf(const Options& options, bool hasTransparency) {
+  if (!hasTransparency) {
+    return Film::Transparency::kNone;
+  }
+  return options.format->hasTransparency && !options.background ? Film::Transparency::kKept
+                                                                : Film::Transparency::kLaid;
 }
 
 Film MakeFilm(const Options& options, const Findings& found, const Timing& timing,
@@ -109,14 +128,21 @@ Film MakeFilm(const Options& options, const Findings& found, const Timing& timin
   for (const std::size_t index : timing.shown) {
     shown.push_back(looked.places[index]);
   }
+  const Size planned = PlannedSize(options, looked.canvas);
   return {.frames = std::move(looked.frames),
           .shown = std::move(shown),
           .frameType = found.extension,
-          .frameSize = looked.size,
+          .canvas = looked.canvas,
           .hasSeveralSizes = looked.hasSeveralSizes,
+          .transparency = TransparencyOf(options, looked.hasTransparency),
+          .background = options.background.value_or(Colour()),
           .format = options.format,
+          .quality = options.quality,
           .rate = options.rate,
-          .size = FilmSize(options, looked.size)};
+          .planned = planned,
+          .size = options.format->needsEvenSides
+                      ? Size{RaisedToEven(planned.width), RaisedToEven(planned.height)}
+                      : planned};
 }
 
 // Throws a Failure when nothing may be written to `path`; the same rules for the animation and for

@@ -132,8 +132,13 @@ void PrintPlan(const Plan& plan) {
             (held == 0 ? "" : " (" + std::to_string(held) + " of them held)") + " at " +
             film.rate.text + " frames a second, " + ShownSize(film.size));
   if (film.hasSeveralSizes) {
-    PrintNote("sizes: the frames have several; all are brought to " + ShownSize(film.size) +
-              " with their shape kept");
+    PrintNote("sizes: the frames have several; each is in the middle of " + ShownSize(film.canvas));
+  }
+  if (film.transparency == Film::Transparency::kLaid) {
+    char colour[16];
+    std::snprintf(&colour[0], sizeof(colour), "#%02x%02x%02x", film.background.red,
+                  film.background.green, film.background.blue);
+    PrintNote(std::string("transparency: laid on ") + &colour[0] + " (--background)");
   }
 }
 

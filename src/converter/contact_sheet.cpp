@@ -4,6 +4,7 @@
 #include <string>
 
 #include "converter/frame_words.h"
+#include "converter/planned_picture.h"
 #include "film/failure.h"
 #include "platform/paths.h"
 
@@ -15,12 +16,18 @@ constexpr std::size_t kMostColumns = 8;
 // In pixels.
 constexpr int kCellWidth = 240;
 
-Size CellSize(Size frame) {
-  if (frame.width <= kCellWidth) {
-    return frame;
+// The film of the frames on the sheet, of which each picture is a cell.
+Film FilmOfSheet(const Film& film) {
+  Film sheet = film;
+  sheet.shown = FramesOnSheet(film);
+  const int width = std::min(film.canvas.width, kCellWidth);
+  const auto height = static_cast<long long>(film.canvas.height) * width / film.canvas.width;
+  sheet.planned = {width, std::max(static_cast<int>(height), 1)};
+  sheet.size = sheet.planned;
+  if (film.transparency == Film::Transparency::kKept) {
+    sheet.transparency = Film::Transparency::kLaid;
   }
-  const auto height = static_cast<long long>(frame.height) * kCellWidth / frame.width;
-  return {kCellWidth, std::max(static_cast<int>(height), 1)};
+  return sheet;
 }
 
 }  // namespace
@@ -36,17 +43,17 @@ std::vector<std::size_t> FramesOnSheet(const Film& film) {
 
 void MakeContactSheet(const Converter& converter, const Film& film, const Staging& staging,
                       const std::filesystem::path& target) {
-  const std::size_t count = FramesOnSheet(film).size();
+  const Film cells = FilmOfSheet(film);
+  const std::size_t count = cells.shown.size();
   const std::size_t columns = std::min(count, kMostColumns);
   const std::size_t rows = (count + columns - 1) / columns;
   const std::string tile =
       ",tile=" + std::to_string(columns) + "x" + std::to_string(rows) + ":padding=4:margin=4";
-  const auto made =
-      converter.MakePictures(Joined(InputWords(film, staging.SheetPattern()),
-                                    Words{"-vf", SizeFilter(film, CellSize(film.frameSize)) + tile,
-                                          "-frames:v", "1", "-pix_fmt", "rgb24", "-c:v", "png",
-                                          "-f", "image2pipe", platform::ArgumentOfPath(target)}),
-                             staging.Folder(), [](std::size_t) {});
+  const auto made = converter.MakePictures(
+      Joined(InputWords(film, staging.SheetPattern()),
+             Words{"-vf", PlannedPicture(cells) + tile, "-frames:v", "1", "-pix_fmt", "rgb24",
+                   "-c:v", "png", "-f", "image2pipe", platform::ArgumentOfPath(target)}),
+      staging.Folder(), [](std::size_t) {});
   if (!made) {
     throw Failure(made.Reason());
   }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "converter/frame_words.h"
+#include "converter/planned_picture.h"
 #include "converter/recipe.h"
 #include "film/failure.h"
 #include "platform/paths.h"
@@ -18,16 +19,16 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
   };
   const Recipe& recipe = RecipeFor(*film.format);
   const Words input = InputWords(film, staging.Pattern());
-  const Words output = Joined(Words{"-c:v", recipe.codec}, recipe.parameters,
-                              Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
-  const std::string size = SizeFilter(film, film.size);
+  const Words output =
+      Joined(EncodingWords(film), Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
+  const std::string planned = PlannedPicture(film);
   if (!recipe.hasPalette) {
-    run(Joined(input, Words{"-vf", size}, output));
+    run(Joined(input, Words{"-vf", planned + ColourFilter(film)}, output));
     return;
   }
   const std::string palette = "palette.png";
-  run(Joined(input, Words{"-vf", size + ",palettegen", "-frames:v", "1", palette}));
-  run(Joined(input, Words{"-i", palette, "-lavfi", "[0:v]" + size + "[x];[x][1:v]paletteuse"},
+  run(Joined(input, Words{"-vf", planned + ",palettegen", "-frames:v", "1", palette}));
+  run(Joined(input, Words{"-i", palette, "-lavfi", "[0:v]" + planned + "[x];[x][1:v]paletteuse"},
              output));
 }
 

@@ -12,7 +12,4 @@ namespace animate {
 // How the frames under the names of `pattern` are read, from the one with the number `first` on.
 Words InputWords(const Film& film, const std::string& pattern, std::size_t first = 1);
 
-// The filter that brings the frames to a size, their shape kept when they have several sizes.
-std::string SizeFilter(const Film& film, Size size);
-
 }  // namespace animate

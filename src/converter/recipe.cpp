@@ -1,36 +1,105 @@
 #include "converter/recipe.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 
 namespace animate {
 namespace {
 
-const Words kYuv = {"-pix_fmt", "yuv420p"};
-const Words kGoodMpeg4 = {"-q:v", "2", "-pix_fmt", "yuv420p"};
-const Words kBest = {"-q:v", "1"};
-const Words kConstantQuality = {"-crf",      "24", "-b:v",    "0", "-deadline", "good",
-                                "-cpu-used", "4",  "-row-mt", "1", "-pix_fmt",  "yuv420p"};
+// A coder's own measure of quality, falling evenly from what it is at 1 to that at 80 and from
+// there to that at 100.
+std::string Measure(int quality, double at1, double at80, double at100) {
+  const double value = quality <= 80 ? at1 + (at80 - at1) * (quality - 1) / 79
+                                     : at80 + (at100 - at80) * (quality - 80) / 20;
+  char text[32];
+  std::snprintf(&text[0], sizeof(text), "%.2f", value);
+  return &text[0];
+}
+
+// A rate factor of 0 would need a profile that few players have.
+Words H264Quality(int quality) {
+  return {"-crf", Measure(quality, 45, 18, 1)};
+}
+
+// It has whole steps alone.
+Words Vp9Quality(int quality) {
+  const std::string measure = Measure(quality, 63, 24, 0);
+  return {"-crf", measure.substr(0, measure.find('.')), "-b:v", "0"};
+}
+
+// What these coders call the quantizer; left alone they stop at 2.
+Words MpegQuality(int quality) {
+  return {"-qmin", "1", "-q:v", Measure(quality, 31, 2, 1)};
+}
+
+// Nothing is lost, whatever the quality.
+Words Exact(int) {
+  return {};
+}
+
+// For players that read while they load: what they need first stands in front.
+const Words kH264 = {"-profile:v", "high", "-movflags", "+faststart+write_colr"};
+const Words kVp9 = {"-deadline", "good", "-cpu-used", "4", "-row-mt", "1"};
 // Every frame keeps its transparency, and colours when the first one has none.
 const Words kForever = {"-plays", "0", "-pix_fmt", "rgba"};
 
 const Recipe kRecipes[] = {
-    {"mp4", "mp4", "mov", "libx264", kYuv},
-    {"mov", "mov", "mov", "libx264", kYuv},
-    {"webm", "webm", "matroska", "libvpx-vp9", kConstantQuality},
-    {"gif", "gif", "gif", "gif", {"-loop", "0"}, true},
-    {"apng", "apng", "apng", "apng", kForever},
-    {"avi", "avi", "avi", "msmpeg4v3", kGoodMpeg4},
-    {"wmv", "asf", "asf", "msmpeg4v3", kBest},
-    {"flv", "flv", "flv", "flv1", kBest},
-    {"swf", "swf", "swf", "flv1", kBest},
+    {"mp4", "mp4", "mov", "libx264", kH264, Colours::kTagged, H264Quality},
+    {"mov", "mov", "mov", "libx264", kH264, Colours::kTagged, H264Quality},
+    {"webm", "webm", "matroska", "libvpx-vp9", kVp9, Colours::kTagged, Vp9Quality},
+    {"gif", "gif", "gif", "gif", {"-loop", "0"}, Colours::kRgb, Exact, true},
+    {"apng", "apng", "apng", "apng", kForever, Colours::kRgb, Exact},
+    // The code under which most players know their MPEG-4 decoder.
+    {"avi", "avi", "avi", "mpeg4", {"-tag:v", "XVID"}, Colours::kGuessed, MpegQuality},
+    // The oldest of its kind that the players of Windows still decode.
+    {"wmv", "asf", "asf", "wmv2", {}, Colours::kGuessed, MpegQuality},
+    {"flv", "flv", "flv", "flv1", {}, Colours::kGuessed, MpegQuality},
+    {"swf", "swf", "swf", "flv1", {}, Colours::kGuessed, MpegQuality},
 };
+
+// What players take for the matrix of a picture that does not say.
+bool IsGuessedAsBt709(Size size) {
+  return size.width >= 1280 || size.height > 576;
+}
+
+// The words for a level that the encoder would go beyond, where the pictures fit into a lower one:
+// it chooses by the rate, and many players end at this.
+Words LevelWords(const Film& film) {
+  constexpr int kSide = 16;
+  constexpr double kLargestPicture = 36864;
+  constexpr double kPerSecond = 983040;
+  const auto blocks = [](int side) { return static_cast<double>((side + kSide - 1) / kSide); };
+  const double picture = blocks(film.size.width) * blocks(film.size.height);
+  constexpr double kLevel42 = 8704;
+  const bool fits = picture <= kLargestPicture && picture * film.rate.value <= kPerSecond;
+  return picture > kLevel42 && fits ? Words{"-level", "5.1"} : Words();
+}
 
 }  // namespace
 
 const Recipe& RecipeFor(const Format& format) {
   return *std::find_if(std::begin(kRecipes), std::end(kRecipes),
                        [&](const Recipe& recipe) { return recipe.extension == format.extension; });
+}
+
+Words EncodingWords(const Film& film) {
+  const Recipe& recipe = RecipeFor(*film.format);
+  const Words tags = {"-color_primaries", "bt709", "-color_trc",   "bt709",
+                      "-colorspace",      "bt709", "-color_range", "tv"};
+  return Joined(Words{"-c:v", recipe.codec}, recipe.parameters, recipe.quality(film.quality),
+                recipe.colours == Colours::kTagged ? tags : Words(),
+                recipe.codec == "libx264" ? LevelWords(film) : Words());
+}
+
+std::string ColourFilter(const Film& film) {
+  const Recipe& recipe = RecipeFor(*film.format);
+  if (recipe.colours == Colours::kRgb) {
+    return "";
+  }
+  const bool isBt709 = recipe.colours == Colours::kTagged || IsGuessedAsBt709(film.size);
+  return std::string(",scale=out_range=tv:out_color_matrix=") + (isBt709 ? "bt709" : "bt601") +
+         ",format=yuv420p";
 }
 
 }  // namespace animate

@@ -4,9 +4,19 @@
 #include <string>
 
 #include "converter/words.h"
-#include "film/format.h"
+#include "film/film.h"
 
 namespace animate {
+
+// How the pictures of a format hold their colours.
+enum class Colours {
+  // As red, green and blue.
+  kRgb,
+  // As BT.709 of limited range, and tagged so.
+  kTagged,
+  // Without a tag: players guess from the size of the picture.
+  kGuessed
+};
 
 struct Recipe {
   // The extension of the format that it is for.
@@ -15,13 +25,22 @@ struct Recipe {
   std::string muxer;
   std::string demuxer;
   std::string codec;
-  // What follows the codec.
+  // What always follows the codec.
   Words parameters;
+  Colours colours = Colours::kRgb;
+  // The words for a quality, from 1 to 100; larger ones never give less.
+  Words (*quality)(int quality) = nullptr;
   // Whether the colours are gathered in a palette first.
   bool hasPalette = false;
 };
 
 // The recipe for a format; every format has one.
 const Recipe& RecipeFor(const Format& format);
+
+// All words about how the film is encoded, from the codec on.
+Words EncodingWords(const Film& film);
+
+// The filter that brings pictures to the colours of the film's format; empty when it needs none.
+std::string ColourFilter(const Film& film);
 
 }  // namespace animate

@@ -6,15 +6,18 @@
 #include <string>
 #include <vector>
 
+#include "film/colour.h"
 #include "film/format.h"
 #include "film/rate.h"
 #include "film/size.h"
+#include "film/turn.h"
 #include "platform/file_status.h"
 
 namespace animate {
 
 struct Frame {
   std::filesystem::path path;
+  Turn turn = Turn::kNone;
   // As it was when it was looked at.
   platform::FileStatus status;
 };
@@ -34,12 +37,23 @@ struct Film {
   std::vector<std::size_t> shown;
   // What ImageType says of all frames.
   std::string frameType;
-  // Of the first frame.
-  Size frameSize;
-  // Whether frames have to be brought to one size.
+  // The picture into whose middle each frame is put, turned as it is seen: as wide as the widest
+  // and as high as the highest.
+  Size canvas;
+  // Whether some frame is smaller than that.
   bool hasSeveralSizes = false;
+  // What becomes of pixels that are not wholly there.
+  enum class Transparency { kNone, kKept, kLaid };
+  Transparency transparency = Transparency::kNone;
+  // What is laid under such pixels and around smaller frames.
+  Colour background;
   const Format* format = nullptr;
+  // From 1 to 100; larger is better.
+  int quality = 80;
   Rate rate;
+  // Of the planned picture: the canvas, or what it is fitted into.
+  Size planned;
+  // That, with a column and a row more where the format needs even sides.
   Size size;
 };
 

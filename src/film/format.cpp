@@ -11,15 +11,15 @@ namespace {
 // A GIF frame stands a whole number of hundredths of a second, players take less than two for ten,
 // and the number has 16 bits. A SWF rate is a number of 8 bits with 8 more after the point.
 const Format kFormats[] = {
-    {"mp4", true},
-    {"mov", true},
-    {"webm"},
-    {"gif", false, 0.002, 50},
-    {"apng", false, 0.001},
-    {"avi"},
-    {"wmv"},
-    {"flv"},
-    {"swf", false, 1, 255, 1.0 / 256},
+    {.extension = "mp4", .needsEvenSides = true},
+    {.extension = "mov", .needsEvenSides = true},
+    {.extension = "webm"},
+    {.extension = "gif", .hasTransparency = true, .lowestRate = 0.002, .highestRate = 50},
+    {.extension = "apng", .hasTransparency = true, .lowestRate = 0.001},
+    {.extension = "avi"},
+    {.extension = "wmv", .needsEvenSides = true},
+    {.extension = "flv"},
+    {.extension = "swf", .lowestRate = 1, .highestRate = 255, .rateStep = 1.0 / 256},
 };
 
 }  // namespace

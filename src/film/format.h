@@ -8,6 +8,8 @@ namespace animate {
 struct Format {
   // The extension of the file, in lower case.
   std::string extension;
+  // Whether it carries transparent pixels as they are.
+  bool hasTransparency = false;
   // Whether both sides of the picture have to be even.
   bool needsEvenSides = false;
   // In frames a second.

@@ -4,10 +4,10 @@
 
 namespace animate {
 
-std::optional<Size> ReadBmp(Bytes& bytes) {
+std::optional<PictureFacts> ReadBmp(Bytes& bytes) {
   constexpr std::uint32_t kOldHeader = 12;
   if (bytes.LittleEndian(14, 4) == kOldHeader) {
-    return SizeOf(bytes.LittleEndian(18, 2), bytes.LittleEndian(20, 2));
+    return PictureFacts{.size = SizeOf(bytes.LittleEndian(18, 2), bytes.LittleEndian(20, 2))};
   }
   // A negative height says that the rows run from the top.
   const std::uint32_t storedHeight = bytes.LittleEndian(22, 4);
@@ -23,7 +23,11 @@ std::optional<Size> ReadBmp(Bytes& bytes) {
           (bytes.Size() - std::min<std::uint64_t>(bytes.LittleEndian(10, 4), bytes.Size())) / row) {
     return std::nullopt;
   }
-  return SizeOf(width, height);
+  // Of 32 bits those that belong to no colour may be a mask of the transparency.
+  constexpr unsigned kAlphaMask = 66;
+  const bool hasMask = compression == kMasked && bytes.LittleEndian(14, 4) >= 56 &&
+                       bytes.LittleEndian(kAlphaMask, 4) != 0;
+  return PictureFacts{.size = SizeOf(width, height), .hasTransparency = hasMask};
 }
 
 }  // namespace animate

@@ -3,12 +3,12 @@
 
 #include <optional>
 
-#include "film/size.h"
 #include "picture/bytes.h"
+#include "picture/facts.h"
 
 namespace animate {
 
-// The size of the picture; nothing when the file ends before the last row of pixels does.
-std::optional<Size> ReadBmp(Bytes& bytes);
+// What the file says; nothing when it ends before the last row of pixels does.
+std::optional<PictureFacts> ReadBmp(Bytes& bytes);
 
 }  // namespace animate

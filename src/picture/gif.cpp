@@ -1,10 +1,12 @@
 #include "picture/gif.h"
 
+#include <algorithm>
+
 #include "gif/gif_blocks.h"
 
 namespace animate {
 
-std::optional<Size> ReadGif(Bytes& bytes) {
+std::optional<PictureFacts> ReadGif(Bytes& bytes) {
   std::uint64_t read = 0;
   const GifBlocks blocks = ReadGifBlocks([&](std::size_t most) {
     std::string piece = bytes.Text(read, most);
@@ -14,8 +16,16 @@ std::optional<Size> ReadGif(Bytes& bytes) {
   if (blocks.fault == GifFault::kCut) {
     return std::nullopt;
   }
-  const bool isGood = blocks.fault == GifFault::kNone || blocks.fault == GifFault::kNoTrailer;
-  return isGood ? Size{blocks.width, blocks.height} : Size();
+  if (blocks.fault != GifFault::kNone && blocks.fault != GifFault::kNoTrailer) {
+    return PictureFacts();
+  }
+  // One that covers less than the screen leaves the rest free.
+  const bool isWhole =
+      std::any_of(blocks.images.begin(), blocks.images.end(), [&](const GifImage& image) {
+        return !image.control.transparent && image.width == blocks.width &&
+               image.height == blocks.height;
+      });
+  return PictureFacts{.size = {blocks.width, blocks.height}, .hasTransparency = !isWhole};
 }
 
 }  // namespace animate

@@ -3,13 +3,13 @@
 
 #include <optional>
 
-#include "film/size.h"
 #include "picture/bytes.h"
+#include "picture/facts.h"
 
 namespace animate {
 
-// The size of the screen, 0x0 for a damaged file; nothing when the file ends before its last block
-// does. Only the trailer may be missing.
-std::optional<Size> ReadGif(Bytes& bytes);
+// What the file says, the size of the screen, 0x0 for a damaged file; nothing when it ends before
+// its last block does. Only the trailer may be missing.
+std::optional<PictureFacts> ReadGif(Bytes& bytes);
 
 }  // namespace animate

@@ -1,5 +1,9 @@
 #include "picture/jpeg.h"
 
+#include <string_view>
+
+#include "picture/tiff_directory.h"
+
 namespace animate {
 namespace {
 
@@ -10,13 +14,16 @@ bool IsJpegFrame(unsigned marker) {
 
 }  // namespace
 
-std::optional<Size> ReadJpeg(Bytes& bytes) {
+std::optional<PictureFacts> ReadJpeg(Bytes& bytes) {
+  constexpr unsigned kExif = 0xE1;
+  constexpr std::string_view kExifStart = {"Exif\0\0", 6};
   constexpr unsigned kStartOfScan = 0xDA;
   constexpr unsigned kEndOfImage = 0xD9;
   const auto isEnd = [&](std::uint64_t at) {
     return bytes.At(at) == 0xFF && bytes.At(at + 1) == kEndOfImage;
   };
-  std::optional<Size> size;
+  std::optional<PictureFacts> facts;
+  Turn turn = Turn::kNone;
   std::uint64_t at = 2;
   while (at + 4 <= bytes.Size()) {
     const unsigned marker = bytes.At(at + 1);
@@ -25,7 +32,12 @@ std::optional<Size> ReadJpeg(Bytes& bytes) {
       continue;
     }
     if (IsJpegFrame(marker)) {
-      size = SizeOf(bytes.BigEndian(at + 7, 2), bytes.BigEndian(at + 5, 2));
+      facts = {.size = SizeOf(bytes.BigEndian(at + 7, 2), bytes.BigEndian(at + 5, 2)),
+               .turn = turn};
+    }
+    if (marker == kExif && bytes.Text(at + 4, kExifStart.size()) == kExifStart) {
+      TiffDirectory exif(bytes, at + 4 + kExifStart.size());
+      turn = TurnOf(exif.Value(exif.Find(kOrientationTag)));
     }
     if (marker == kStartOfScan) {
       break;
@@ -33,12 +45,12 @@ std::optional<Size> ReadJpeg(Bytes& bytes) {
     at += 2 + bytes.BigEndian(at + 2, 2);
   }
   if (bytes.Size() > at && isEnd(bytes.Size() - 2)) {
-    return size;
+    return facts;
   }
   // Something may follow the picture.
   for (; at + 2 <= bytes.Size(); ++at) {
     if (isEnd(at)) {
-      return size;
+      return facts;
     }
   }
   return std::nullopt;

@@ -23,7 +23,7 @@ struct PictureType {
   // What its files begin with.
   std::string start;
   // Nothing for a file that is cut.
-  std::optional<Size> (*read)(Bytes& bytes);
+  std::optional<PictureFacts> (*read)(Bytes& bytes);
 };
 
 const PictureType* TypeOf(const std::string& start) {
@@ -60,11 +60,11 @@ platform::Result<Picture> LookAtPicture(const std::filesystem::path& path) {
     return Refused("cannot be read: " + file.Reason());
   }
   Bytes content(*file);
-  const platform::Result<Size> size = LookAtContent(content, path.filename());
-  return size ? platform::Result<Picture>({*size, file->Status()}) : Refused(size.Reason());
+  const platform::Result<PictureFacts> facts = LookAtContent(content, path.filename());
+  return facts ? platform::Result<Picture>({*facts, file->Status()}) : Refused(facts.Reason());
 }
 
-platform::Result<Size> LookAtContent(Bytes& content, const std::filesystem::path& name) {
+platform::Result<PictureFacts> LookAtContent(Bytes& content, const std::filesystem::path& name) {
   if (content.Size() == 0) {
     return Refused("is empty");
   }
@@ -75,14 +75,14 @@ platform::Result<Size> LookAtContent(Bytes& content, const std::filesystem::path
   if (ImageType(name) != type->extension) {
     return Refused(std::string("is a ") + type->name + " picture, not what its name says");
   }
-  const std::optional<Size> size = type->read(content);
-  if (!size) {
+  const std::optional<PictureFacts> facts = type->read(content);
+  if (!facts) {
     return Refused("is cut, its end is missing");
   }
-  if (size->width <= 0 || size->height <= 0) {
+  if (facts->size.width <= 0 || facts->size.height <= 0) {
     return Refused("is damaged");
   }
-  return *size;
+  return *facts;
 }
 
 }  // namespace animate

@@ -3,15 +3,15 @@
 
 #include <filesystem>
 
-#include "film/size.h"
 #include "picture/bytes.h"
+#include "picture/facts.h"
 #include "platform/file_status.h"
 #include "platform/result.h"
 
 namespace animate {
 
 struct Picture {
-  Size size;
+  PictureFacts facts;
   // Of the file that was looked at.
   platform::FileStatus status;
 };
@@ -21,7 +21,7 @@ struct Picture {
 // cut files for whole ones. The reason is what the file's name is to be followed by: "is empty".
 platform::Result<Picture> LookAtPicture(const std::filesystem::path& path);
 
-// The same for the content of a file with the name `name`. Returns the picture's size.
-platform::Result<Size> LookAtContent(Bytes& content, const std::filesystem::path& name);
+// The same for the content of a file with the name `name`.
+platform::Result<PictureFacts> LookAtContent(Bytes& content, const std::filesystem::path& name);
 
 }  // namespace animate

@@ -2,22 +2,34 @@
 
 namespace animate {
 
-std::optional<Size> ReadPng(Bytes& bytes) {
+std::optional<PictureFacts> ReadPng(Bytes& bytes) {
+  // The names of chunks: IEND, IDAT and tRNS.
   constexpr std::uint32_t kEnd = 0x49454E44;
+  constexpr std::uint32_t kData = 0x49444154;
+  constexpr std::uint32_t kTransparency = 0x74524E53;
   // A chunk is its length, its name, its data and a checksum.
   constexpr std::uint64_t kAroundData = 12;
   const auto isEnd = [&](std::uint64_t chunk) {
     return bytes.BigEndian(chunk, 4) == 0 && bytes.BigEndian(chunk + 4, 4) == kEnd;
   };
-  const Size size = SizeOf(bytes.BigEndian(16, 4), bytes.BigEndian(20, 4));
+  PictureFacts facts;
+  facts.size = SizeOf(bytes.BigEndian(16, 4), bytes.BigEndian(20, 4));
+  constexpr unsigned kAlpha = 4;
+  constexpr std::uint64_t kColourType = 25;
+  facts.hasTransparency = (bytes.At(kColourType) & kAlpha) != 0;
+  std::uint64_t at = 8;
+  const auto next = [&] { at += kAroundData + bytes.BigEndian(at, 4); };
+  // What says that a colour is transparent stands before the data.
+  for (; at + kAroundData <= bytes.Size() && bytes.BigEndian(at + 4, 4) != kData; next()) {
+    facts.hasTransparency = facts.hasTransparency || bytes.BigEndian(at + 4, 4) == kTransparency;
+  }
   // Nearly every file ends with its last chunk; else something may follow it.
   if (bytes.Size() > kAroundData && isEnd(bytes.Size() - kAroundData)) {
-    return size;
+    return facts;
   }
-  for (std::uint64_t at = 8; at + kAroundData <= bytes.Size();
-       at += kAroundData + bytes.BigEndian(at, 4)) {
+  for (; at + kAroundData <= bytes.Size(); next()) {
     if (isEnd(at)) {
-      return size;
+      return facts;
     }
   }
   return std::nullopt;

@@ -3,12 +3,12 @@
 
 #include <optional>
 
-#include "film/size.h"
 #include "picture/bytes.h"
+#include "picture/facts.h"
 
 namespace animate {
 
-// The size of the picture; nothing when the file ends before the picture does.
-std::optional<Size> ReadPng(Bytes& bytes);
+// What the file says; nothing when it ends before the picture does.
+std::optional<PictureFacts> ReadPng(Bytes& bytes);
 
 }  // namespace animate

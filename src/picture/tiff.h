@@ -3,12 +3,13 @@
 
 #include <optional>
 
-#include "film/size.h"
 #include "picture/bytes.h"
+#include "picture/facts.h"
 
 namespace animate {
 
-// The size of the first picture; nothing when the file ends before its directory or its data do.
-std::optional<Size> ReadTiff(Bytes& bytes);
+// What the file says of its first picture; nothing when it ends before its directory or its data
+// do.
+std::optional<PictureFacts> ReadTiff(Bytes& bytes);
 
 }  // namespace animate

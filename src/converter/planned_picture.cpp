@@ -1,0 +1,165 @@
+#include "converter/planned_picture.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <vector>
+
+#include "film/failure.h"
+
+namespace animate {
+namespace {
+
+std::string WithSize(const std::string& filter, Size size) {
+  return filter + "=" + std::to_string(size.width) + ":" + std::to_string(size.height);
+}
+
+// As the converter writes colours.
+std::string ColourText(Colour colour) {
+  char text[16];
+  std::snprintf(&text[0], sizeof(text), "0x%02X%02X%02X", colour.red, colour.green, colour.blue);
+  return &text[0];
+}
+
+std::string BorderOf(const Film& film) {
+  return film.transparency == Film::Transparency::kNone ? ColourText(film.background) : "black@0";
+}
+
+const char* TurnFilter(Turn turn) {
+  switch (turn) {
+    case Turn::kNone:
+      break;
+    case Turn::kMirror:
+      return ",hflip";
+    case Turn::kHalf:
+      return ",hflip,vflip";
+    case Turn::kMirrorHalf:
+      return ",vflip";
+    case Turn::kMirrorLeft:
+      return ",transpose=cclock_flip";
+    case Turn::kRight:
+      return ",transpose=clock";
+    case Turn::kMirrorRight:
+      return ",transpose=clock_flip";
+    case Turn::kLeft:
+      return ",transpose=cclock";
+  }
+  return "";
+}
+
+// Whether the left side, or the upper one, of what is stored comes to lie right, or below.
+bool EndsRight(Turn turn) {
+  return turn == Turn::kMirror || turn == Turn::kHalf || turn == Turn::kLeft ||
+         turn == Turn::kMirrorRight;
+}
+bool EndsBelow(Turn turn) {
+  return turn == Turn::kMirrorHalf || turn == Turn::kHalf || turn == Turn::kRight ||
+         turn == Turn::kMirrorRight;
+}
+
+// Brings frames that are turned alike into the canvas. What is odd in the border goes right and
+// below in the picture as it is seen.
+std::string OnCanvas(const Film& film, Turn turn) {
+  // The first filter follows pictures whose size or form changes; others would take them for those
+  // before.
+  std::string filter = std::string("scale=iw:ih:eval=frame,format=") +
+                       (film.transparency == Film::Transparency::kNone ? "rgb24" : "rgba");
+  if (film.hasSeveralSizes) {
+    const Size stored =
+        IsSideways(turn) ? Size{film.canvas.height, film.canvas.width} : film.canvas;
+    filter += WithSize(",pad", stored) + (EndsRight(turn) ? ":(ow-iw+1)/2" : ":(ow-iw)/2") +
+              (EndsBelow(turn) ? ":(oh-ih+1)/2" : ":(oh-ih)/2") + ":color=" + BorderOf(film) +
+              ":eval=frame";
+  }
+  return filter + TurnFilter(turn);
+}
+
+// The numbers of the frames that are turned alike, as a condition on n.
+std::map<Turn, std::string> Conditions(const Film& film) {
+  std::map<Turn, std::string> conditions;
+  const auto turnAt = [&](std::size_t number) { return film.frames[film.shown[number]].turn; };
+  for (std::size_t begin = 0; begin < film.shown.size();) {
+    std::size_t end = begin;
+    while (end + 1 < film.shown.size() && turnAt(end + 1) == turnAt(begin)) {
+      ++end;
+    }
+    std::string& condition = conditions[turnAt(begin)];
+    condition += (condition.empty() ? "between(n," : "+between(n,") + std::to_string(begin) + "," +
+                 std::to_string(end) + ")";
+    begin = end + 1;
+  }
+  return conditions;
+}
+
+// Each frame turned as it is to be seen, all on the canvas.
+std::string TurnedFrames(const Film& film) {
+  const std::map<Turn, std::string> conditions = Conditions(film);
+  if (conditions.size() == 1) {
+    return OnCanvas(film, conditions.begin()->first);
+  }
+  if (film.frameType == "jpg") {
+    // The converter begins anew where the turn of such frames changes, and forgets what was before.
+    throw Failure("the frames are turned in different ways (EXIF), which cannot be one film yet");
+  }
+  // What a command line has room for.
+  constexpr std::size_t kMost = 20'000;
+  const std::string count = std::to_string(conditions.size());
+  std::string split = "split=" + count;
+  std::string branches;
+  std::string together;
+  for (const auto& [turn, condition] : conditions) {
+    const std::string number = std::to_string(static_cast<int>(turn));
+    split += "[s" + number + "]";
+    branches += ";[s" + number + "]select='" + condition + "'," + OnCanvas(film, turn) + "[t" +
+                number + "]";
+    together += "[t" + number + "]";
+  }
+  if (branches.size() > kMost) {
+    throw Failure("the frames are turned in different ways (EXIF) too often for one film");
+  }
+  return split + branches + ";" + together + "interleave=" + count;
+}
+
+// Transparent pixels laid on the background, which is made of the frames themselves.
+std::string Laid(const Film& film) {
+  const Colour& colour = film.background;
+  return ",split[over][under];[under]lutrgb=r=" + std::to_string(colour.red) +
+         ":g=" + std::to_string(colour.green) + ":b=" + std::to_string(colour.blue) +
+         ":a=255[ground];[ground][over]overlay=format=rgb,format=rgb24";
+}
+
+// The largest size with the shape of `size` that is not larger than `box`.
+Size Fitted(Size size, Size box) {
+  const double factor = std::min(static_cast<double>(box.width) / size.width,
+                                 static_cast<double>(box.height) / size.height);
+  const auto side = [&](int length, int most) {
+    return std::clamp(static_cast<int>(length * factor + 0.5), 1, most);
+  };
+  return {side(size.width, box.width), side(size.height, box.height)};
+}
+
+}  // namespace
+
+std::string PlannedPicture(const Film& film) {
+  std::string filter = TurnedFrames(film);
+  if (film.transparency == Film::Transparency::kLaid) {
+    filter += Laid(film);
+  }
+  if (film.planned != film.canvas) {
+    const Size fitted = Fitted(film.canvas, film.planned);
+    const bool isKept = film.transparency == Film::Transparency::kKept;
+    filter +=
+        WithSize(",scale", fitted) +
+        (fitted == film.planned ? ""
+                                : WithSize(",pad", film.planned) + ":(ow-iw)/2:(oh-ih)/2:color=" +
+                                      (isKept ? "black@0" : ColourText(film.background)));
+  }
+  if (film.size != film.planned) {
+    filter += WithSize(",pad", film.size) +
+              ":0:0,fillborders=right=" + std::to_string(film.size.width - film.planned.width) +
+              ":bottom=" + std::to_string(film.size.height - film.planned.height) + ":mode=smear";
+  }
+  return filter + ",setsar=1";
+}
+
+}  // namespace animate
