@@ -78,12 +78,13 @@ TEST_F(AnimateLinuxTest, BelievesNoConverter) {
       {"exit 3", "status 3"},
       {"exit 0", "cannot be read back"},
       {"kill -9 $$", "signal Killed"},
-      {R"(echo 'Something is wrong' >&2; exec /usr/bin/ffmpeg "$@")", "Something is wrong"},
+      {R"(echo '[x @ 0x5] [error] Something is wrong' >&2; exec /usr/bin/ffmpeg "$@")",
+       "Something is wrong"},
       // It loses a frame, plays at another rate, makes another size, or cuts the file.
       {R"(set -- "${@:1:$#-1}" -frames:v 11 "${@: -1}"; exec /usr/bin/ffmpeg "$@")",
        "11 frames instead of 12"},
       {R"(exec /usr/bin/ffmpeg "${@/#16/15}")", "instead of 0.688 s"},
-      {R"(exec /usr/bin/ffmpeg "${@/#scale=32:32/scale=64:64}")", "another size"},
+      {R"(exec /usr/bin/ffmpeg "${@/#scale=iw:ih/scale=64:64}")", "another size"},
       {R"(/usr/bin/ffmpeg "$@"; truncate -s -600 "${@: -1}")", "instead of 12"},
   };
   for (const auto& c : kCases) {
@@ -96,8 +97,8 @@ TEST_F(AnimateLinuxTest, BelievesNoConverter) {
 }
 
 TEST_F(AnimateLinuxTest, NamesAnEncoderThatIsMissing) {
-  const ProgramResult result = RunWith("exit 1", {}, {}, " V..... mpeg4  MPEG-4");
-  EXPECT_THAT(result.errors, HasSubstr("cannot make a avi file: it has no encoder for msmpeg4v3"));
+  const ProgramResult result = RunWith("exit 1", {}, {}, " V..... msmpeg4  MPEG-4");
+  EXPECT_THAT(result.errors, HasSubstr("cannot make a avi file: it has no encoder for mpeg4"));
 }
 
 TEST_F(AnimateLinuxTest, KeepsAFrameThatIsChangedMeanwhile) {

@@ -328,7 +328,7 @@ TEST(NamePattern, MatchesWholeNames) {
 
 TEST(Sequence, IsThatOfTheLiteralRules) {
   std::mt19937 random(1);
-  for (int set = 0; set < 3000; ++set) {
+  for (int set = 0; set < 1000; ++set) {
     std::string bytes(60, ' ');
     std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random()); });
     const char marks = "   dw"[random() % 5];

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "converter/message.h"
 #include "film/failure.h"
 #include "film/interruption.h"
 #include "film/quoted.h"
@@ -39,18 +40,19 @@ platform::Result<std::size_t> Converter::MakePictures(
 platform::Result<platform::Done> Converter::ReadOutput(
     const Words& arguments, const std::filesystem::path& folder,
     const std::function<void(const std::string&)>& outputLine) const {
+  std::string firstLine;
   std::string firstError;
   const platform::ProcessEnd end = Run(arguments, folder, outputLine, [&](const std::string& line) {
-    if (firstError.empty()) {
-      firstError = line;
-    }
+    firstLine = firstLine.empty() ? line : firstLine;
+    firstError = firstError.empty() ? ErrorIn(line) : firstError;
   });
   if (end.failure.empty() && firstError.empty()) {
     return platform::Done();
   }
+  const std::string& said = firstError.empty() ? firstLine : firstError;
   return platform::SystemError{"the converter " + Quoted(program_) + " " +
                                (end.failure.empty() ? "failed" : "ended with " + end.failure) +
-                               (firstError.empty() ? "" : ": " + firstError)};
+                               (said.empty() ? "" : ": " + said)};
 }
 
 void Converter::ReadMessages(const Words& arguments, const std::filesystem::path& folder,
@@ -63,7 +65,7 @@ platform::ProcessEnd Converter::Run(
     const Words& arguments, const std::filesystem::path& folder,
     const std::function<void(const std::string&)>& outputLine,
     const std::function<void(const std::string&)>& errorLine) const {
-  const Words common = {"-hide_banner", "-nostdin", "-v", "error", "-y"};
+  const Words common = {"-hide_banner", "-nostdin", "-v", "level+error", "-y"};
   platform::ProcessEnd end = OrFail(
       platform::RunWatched(program_, Joined(common, arguments), folder, outputLine, errorLine),
       "the converter " + Quoted(program_) + " cannot be started");

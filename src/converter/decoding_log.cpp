@@ -3,18 +3,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "converter/message.h"
+
 namespace animate {
 namespace {
-
-// Behind the level of a line; empty for lines of other levels.
-std::string ErrorIn(const std::string& line) {
-  for (const char* level : {"[error] ", "[fatal] ", "[panic] "}) {
-    if (const std::size_t found = line.find(level); found != std::string::npos) {
-      return line.substr(found + std::char_traits<char>::length(level));
-    }
-  }
-  return "";
-}
 
 // The line with which the decoder of any version gives a frame up.
 bool GivesUp(const std::string& error) {
