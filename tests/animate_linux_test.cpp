@@ -101,11 +101,26 @@ TEST_F(AnimateLinuxTest, NamesAnEncoderThatIsMissing) {
   EXPECT_THAT(result.errors, HasSubstr("cannot make a avi file: it has no encoder for mpeg4"));
 }
 
-TEST_F(AnimateLinuxTest, KeepsAFrameThatIsChangedMeanwhile) {
+TEST_F(AnimateLinuxTest, NoticesAFrameThatIsChangedMeanwhile) {
+  const std::string frame = frames_.Path() + "/5.png";
+  // Its content and its time are what they were.
   const ProgramResult result =
-      RunWith("echo more >> " + frames_.Path() + "/5.png; " + kGood, {}, {"--delete-frames"});
+      RunWith("/usr/bin/ffmpeg \"$@\"; cp -p " + frame + " kept; echo >> " + frame +
+                  "; cat kept > " + frame + "; touch -r kept " + frame + "; rm kept",
+              {}, {"--delete-frames"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.errors, HasSubstr("\"5.png\" was changed while"));
+  ExpectNothingChanged();
+}
+
+TEST_F(AnimateLinuxTest, SaysWhichFramesCannotBeDeleted) {
+  const ProgramResult result =
+      RunWith(kGood,
+              {"/usr/bin/strace", "-o", "/dev/null", "-P", frames_.Path() + "/5.png", "-e",
+               "inject=unlink:error=EPERM"},
+              {"--delete-frames"});
   EXPECT_EQ(result.exitStatus, 0) << result.errors;
-  EXPECT_THAT(result.errors, HasSubstr("not deleted: 1 frame: 5.png (changed meanwhile)"));
+  EXPECT_THAT(result.errors, HasSubstr("not deleted: 1 frame: 5.png (Operation not permitted)"));
   EXPECT_THAT(frames_.Names(), ElementsAre("5.png"));
 }
 

@@ -263,6 +263,8 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
     paths += (fs::path(frames_.Path()) / name).string() + ".png\n";
   }
   EXPECT_EQ(list.output, paths);
+  EXPECT_EQ(Run({"--list", "--speed", "16"}).errors,
+            findings + "unseen: 1 frame stands for less than a tick of 16 frames a second\n");
 
   const ProgramResult made = Run({"out.mp4", "--fill-gaps", "-r", "2.5", "--size", "15x17"});
   EXPECT_EQ(made.errors, findings + "making: " + (fs::path(output_.Path()) / "out.mp4").string() +

@@ -18,21 +18,40 @@
 #include "animate/uncompressed_avi.h"
 #include "animate/with_converter.h"
 #include "film/interruption.h"
+#include "film/quoted.h"
 #include "platform/file_system.h"
 #include "platform/paths.h"
 
 namespace animate {
 namespace {
 
+// The frames that are in the film, each once.
+std::vector<Frame> FramesIn(const Film& film) {
+  const std::unordered_set<std::size_t> shown(film.shown.begin(), film.shown.end());
+  std::vector<Frame> frames;
+  for (std::size_t index = 0; index < film.frames.size(); ++index) {
+    if (shown.contains(index)) {
+      frames.push_back(film.frames[index]);
+    }
+  }
+  return frames;
+}
+
+// Throws a Failure when a frame is no more the one that was looked at, and perhaps not the one that
+// is in the animation.
+void CheckUnchanged(const Film& film) {
+  for (const Frame& frame : FramesIn(film)) {
+    if (platform::QueryStatus(frame.path) != frame.status) {
+      throw Failure(Quoted(frame.path.filename()) + " was changed while the animation was made");
+    }
+  }
+}
+
 // Deletes the frames that are in the film.
 void DeleteFrames(const Film& film) {
   std::vector<std::string> kept;
-  const std::unordered_set<std::size_t> shown(film.shown.begin(), film.shown.end());
-  for (std::size_t index = 0; index < film.frames.size(); ++index) {
-    const Frame& frame = film.frames[index];
-    if (!shown.contains(index)) {
-      continue;
-    }
+  const std::vector<Frame> frames = FramesIn(film);
+  for (const Frame& frame : frames) {
     const std::string name = platform::TextOfPath(frame.path.filename());
     if (platform::QueryStatus(frame.path) != frame.status) {
       // It is not the one in the animation.
@@ -41,7 +60,7 @@ void DeleteFrames(const Film& film) {
       kept.push_back(name + " (" + deleted.Reason() + ")");
     }
   }
-  PrintKept(kept, shown.size());
+  PrintKept(kept, frames.size());
 }
 
 // All bad frames, in the order of the film.
@@ -125,6 +144,7 @@ void MakeAnimation(const Options& options, Account& account) {
   }
   const Measurement measured = Make(plan, options, animation, sheet);
   StopIfInterrupted();
+  CheckUnchanged(plan.film);
   animation.PutInPlace(plan.replace);
   if (sheet) {
     sheet->PutInPlace(plan.replace);

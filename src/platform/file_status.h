@@ -17,6 +17,9 @@ struct FileStatus {
   std::pair<std::uint64_t, std::uint64_t> identity;
   // When the content was last changed, in a unit of the system's own.
   std::uint64_t changed = 0;
+  // When anything of it was last changed, where the system notes that and a new name for the file
+  // does not count: content and time cannot be put back so that this stays. Else 0.
+  std::uint64_t touched = 0;
 
   bool operator==(const FileStatus&) const = default;
 };

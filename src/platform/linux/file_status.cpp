@@ -3,6 +3,14 @@
 #include "platform/linux/status_of.h"
 
 namespace platform {
+namespace {
+
+std::uint64_t Nanoseconds(const timespec& time) {
+  return static_cast<std::uint64_t>(time.tv_sec) * 1'000'000'000 +
+         static_cast<std::uint64_t>(time.tv_nsec);
+}
+
+}  // namespace
 
 FileStatus StatusOf(const struct stat& found) {
   FileStatus status;
@@ -11,8 +19,8 @@ FileStatus StatusOf(const struct stat& found) {
                                          : FileKind::kOther;
   status.size = static_cast<std::uint64_t>(found.st_size);
   status.identity = {found.st_dev, found.st_ino};
-  status.changed = static_cast<std::uint64_t>(found.st_mtim.tv_sec) * 1'000'000'000 +
-                   static_cast<std::uint64_t>(found.st_mtim.tv_nsec);
+  status.changed = Nanoseconds(found.st_mtim);
+  status.touched = Nanoseconds(found.st_ctim);
   return status;
 }
 
