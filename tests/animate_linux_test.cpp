@@ -82,9 +82,12 @@ TEST_F(AnimateLinuxTest, BelievesNoConverter) {
        "Something is wrong"},
       // It loses a frame, plays at another rate, makes another size, or cuts the file.
       {R"(set -- "${@:1:$#-1}" -frames:v 11 "${@: -1}"; exec /usr/bin/ffmpeg "$@")",
-       "11 frames instead of 12"},
+       "does not show as many pictures"},
       {R"(exec /usr/bin/ffmpeg "${@/#16/15}")", "instead of 0.688 s"},
-      {R"(exec /usr/bin/ffmpeg "${@/#scale=iw:ih/scale=64:64}")", "another size"},
+      {R"(exec /usr/bin/ffmpeg "${@/;\[a\]/;[a]scale=64:64,}")", "another size"},
+      // It shows other pictures.
+      {R"(exec /usr/bin/ffmpeg "${@/;\[a\]/;[a]negate,}")", "shows another picture in place of"},
+      {R"(exec /usr/bin/ffmpeg "${@/;\[a\]/;[a]hflip,}")", "shows another picture in place of"},
       {R"(/usr/bin/ffmpeg "$@"; truncate -s -600 "${@: -1}")", "instead of 12"},
   };
   for (const auto& c : kCases) {

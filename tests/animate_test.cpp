@@ -404,11 +404,15 @@ TEST_F(AnimateTest, TakesAListOrMakesEachSequence) {
   EXPECT_THAT(each.output, testing::MatchesRegex("..frames.:2,.*,.bytes.:.*\n..frames.:2,.*,"
                                                  ".error.:.*b1.png.* is empty.,.status.:1.\n"));
   EXPECT_THAT(Run({output_.Path(), "--each", "--overwrite"}).errors, HasSubstr("left out: 1 .exr"));
+  const ProgramResult none = Run({output_.Path(), "--each", "--only", "9-"});
+  EXPECT_EQ(none.exitStatus, 1);
+  EXPECT_EQ(std::count(none.errors.begin(), none.errors.end(), '\n'), 3) << none.errors;
 
   frames_.Write("list.txt", "b2.png\r\na1.png\nb2.png\n");
   const ProgramResult listed = RunAlone({"--from-list", frames_.Path() + "/list.txt", "list.gif"});
   EXPECT_EQ(listed.exitStatus, 0) << listed.errors;
   EXPECT_THAT(Levels("list.gif"), ElementsAre(4, 1, 4));
+  EXPECT_THAT(RunAlone({"--version"}).output, testing::StartsWith("TessaraAnimate "));
   const ProgramResult wrong = RunAlone({"--json", "--bogus"});
   EXPECT_EQ(wrong.exitStatus, 2);
   EXPECT_THAT(wrong.output, testing::EndsWith("\",\"status\":2}\n"));

@@ -106,11 +106,11 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
   for (const auto& c : kCases) {
     animate::Bytes content(c.content);
     const auto facts = animate::LookAtContent(content, c.name);
-    const std::string said = facts ? std::to_string(facts->size.width) + "x" +
-                                         std::to_string(facts->size.height) +
-                                         (facts->turn == animate::Turn::kNone ? "" : " turned") +
-                                         (facts->hasTransparency ? " transparent" : "")
-                                   : facts.Reason();
+    const std::string said =
+        facts ? std::to_string(facts->size.width) + "x" + std::to_string(facts->size.height) +
+                    (facts->turn == animate::Turn::kNone ? "" : " turned") +
+                    (facts->transparency == animate::Transparency::kNone ? "" : " transparent")
+              : facts.Reason();
     EXPECT_EQ(said, c.said) << c.name << " " << c.content.size();
   }
 }

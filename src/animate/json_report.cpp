@@ -64,6 +64,11 @@ std::string JsonOf(const Account& account, const Failure* failure) {
   if (account.measured) {
     json["seconds"] = account.measured->length;
     json["bytes"] = account.bytes;
+    if (const std::optional<Likeness>& likeness = account.measured->likeness) {
+      json["difference"] = likeness->difference;
+      json["difference_at"] =
+          platform::TextOfPath(account.plan->film.frames[likeness->frame].path.filename());
+    }
   }
   if (failure != nullptr) {
     json["error"] = failure->what();

@@ -70,7 +70,7 @@ struct LookedAt {
   // As wide as the widest of the good ones and as high as the highest, as they are seen.
   Size canvas;
   bool hasSeveralSizes = false;
-  bool hasTransparency = false;
+  Transparency transparency = Transparency::kNone;
 };
 
 Size SeenSize(const PictureFacts& facts) {
@@ -98,7 +98,7 @@ LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& fou
     const bool isFirst = all.frames.size() == all.bad.size();
     all.hasSeveralSizes = all.hasSeveralSizes || (!isFirst && seen != all.canvas);
     all.canvas = {std::max(all.canvas.width, seen.width), std::max(all.canvas.height, seen.height)};
-    all.hasTransparency = all.hasTransparency || picture->facts.hasTransparency;
+    all.transparency = std::max(all.transparency, picture->facts.transparency);
     all.frames.push_back({std::move(path), picture->facts.turn, picture->status});
   }
   return all;
@@ -114,12 +114,13 @@ Size PlannedSize(const Options& options, Size canvas) {
           wanted.height != 0 ? wanted.height : other(wanted.width, canvas.width, canvas.height)};
 }
 
-Film::Transparency TransparencyOf(const Options& options, bool hasTransparency) {
-  if (!hasTransparency) {
-    return Film::Transparency::kNone;
+Film::FreePixels FreePixelsOf(const Options& options, Transparency transparency) {
+  if (transparency == Transparency::kNone) {
+    return Film::FreePixels::kNone;
   }
-  return options.format->hasTransparency && !options.background ? Film::Transparency::kKept
-                                                                : Film::Transparency::kLaid;
+  return transparency <= options.format->transparency && !options.background
+             ? Film::FreePixels::kKept
+             : Film::FreePixels::kLaid;
 }
 
 Film MakeFilm(const Options& options, const Findings& found, const Timing& timing,
@@ -134,7 +135,7 @@ Film MakeFilm(const Options& options, const Findings& found, const Timing& timin
           .frameType = found.extension,
           .canvas = looked.canvas,
           .hasSeveralSizes = looked.hasSeveralSizes,
-          .transparency = TransparencyOf(options, looked.hasTransparency),
+          .freePixels = FreePixelsOf(options, looked.transparency),
           .background = options.background.value_or(Colour()),
           .format = options.format,
           .quality = options.quality,

@@ -134,7 +134,7 @@ void PrintPlan(const Plan& plan) {
   if (film.hasSeveralSizes) {
     PrintNote("sizes: the frames have several; each is in the middle of " + ShownSize(film.canvas));
   }
-  if (film.transparency == Film::Transparency::kLaid) {
+  if (film.freePixels == Film::FreePixels::kLaid) {
     char colour[16];
     std::snprintf(&colour[0], sizeof(colour), "#%02x%02x%02x", film.background.red,
                   film.background.green, film.background.blue);
@@ -153,7 +153,11 @@ std::string ResultText(const Account& account, BadFrames how) {
                                     (how == BadFrames::kHold ? " held over" : " skipped");
   return platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
          " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
-         ShownSize(measured.size) + ", " + ShownBytes(account.bytes) + bad + "\n";
+         ShownSize(measured.size) + ", " + ShownBytes(account.bytes) +
+         (measured.likeness ? ", all compared, colours within " +
+                                  std::to_string(measured.likeness->difference) + " of 255"
+                            : "") +
+         bad + "\n";
 }
 
 void PrintKept(const std::vector<std::string>& kept, std::size_t count) {

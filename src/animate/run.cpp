@@ -166,11 +166,11 @@ void List(const Timing& timing, Account& account) {
 // Everything for one animation, but for how it ended.
 void Work(const Options& options, Account& account) {
   const FoundFrames& found = *account.found;
-  if (!options.quiet) {
-    PrintFindings(found.findings);
-  }
   if (!found.refusal.empty()) {
     throw Failure(found.refusal);
+  }
+  if (!options.quiet) {
+    PrintFindings(found.findings);
   }
   const Timing timing = TimeFrames(found.findings, options);
   if (!options.quiet) {

@@ -24,8 +24,8 @@ Film FilmOfSheet(const Film& film) {
   const auto height = static_cast<long long>(film.canvas.height) * width / film.canvas.width;
   sheet.planned = {width, std::max(static_cast<int>(height), 1)};
   sheet.size = sheet.planned;
-  if (film.transparency == Film::Transparency::kKept) {
-    sheet.transparency = Film::Transparency::kLaid;
+  if (film.freePixels == Film::FreePixels::kKept) {
+    sheet.freePixels = Film::FreePixels::kLaid;
   }
   return sheet;
 }

@@ -5,6 +5,7 @@
 #include "converter/frame_words.h"
 #include "converter/planned_picture.h"
 #include "converter/recipe.h"
+#include "converter/small_pictures.h"
 #include "film/failure.h"
 #include "platform/paths.h"
 
@@ -21,15 +22,22 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
   const Words input = InputWords(film, staging.Pattern());
   const Words output =
       Joined(EncodingWords(film), Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
-  const std::string planned = PlannedPicture(film);
+  const Words small = {"-map", "[small]", "-c:v", "rawvideo", "-f", "rawvideo", kPlannedPictures};
+  const std::string planned = "[0:v]" + PlannedPicture(film);
+  // What comes of a planned picture, on its way to the film and in small.
+  const auto graph = [&](const std::string& way) {
+    return planned + ",split[a][b];[a]" + way + "[film];[b]" + SmallPicture(film) + "[small]";
+  };
   if (!recipe.hasPalette) {
-    run(Joined(input, Words{"-vf", planned + ColourFilter(film)}, output));
+    run(Joined(input, Words{"-filter_complex", graph(ColourFilter(film)), "-map", "[film]"}, output,
+               small));
     return;
   }
   const std::string palette = "palette.png";
-  run(Joined(input, Words{"-vf", planned + ",palettegen", "-frames:v", "1", palette}));
-  run(Joined(input, Words{"-i", palette, "-lavfi", "[0:v]" + planned + "[x];[x][1:v]paletteuse"},
-             output));
+  run(Joined(input, Words{"-lavfi", planned + ",palettegen", "-frames:v", "1", palette}));
+  run(Joined(input,
+             Words{"-i", palette, "-filter_complex", graph("[1:v]paletteuse"), "-map", "[film]"},
+             output, small));
 }
 
 }  // namespace animate

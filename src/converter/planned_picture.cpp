@@ -22,7 +22,7 @@ std::string ColourText(Colour colour) {
 }
 
 std::string BorderOf(const Film& film) {
-  return film.transparency == Film::Transparency::kNone ? ColourText(film.background) : "black@0";
+  return film.freePixels == Film::FreePixels::kNone ? ColourText(film.background) : "black@0";
 }
 
 const char* TurnFilter(Turn turn) {
@@ -63,7 +63,7 @@ std::string OnCanvas(const Film& film, Turn turn) {
   // The first filter follows pictures whose size or form changes; others would take them for those
   // before.
   std::string filter = std::string("scale=iw:ih:eval=frame,format=") +
-                       (film.transparency == Film::Transparency::kNone ? "rgb24" : "rgba");
+                       (film.freePixels == Film::FreePixels::kNone ? "rgb24" : "rgba");
   if (film.hasSeveralSizes) {
     const Size stored =
         IsSideways(turn) ? Size{film.canvas.height, film.canvas.width} : film.canvas;
@@ -120,14 +120,6 @@ std::string TurnedFrames(const Film& film) {
   return split + branches + ";" + together + "interleave=" + count;
 }
 
-// Transparent pixels laid on the background, which is made of the frames themselves.
-std::string Laid(const Film& film) {
-  const Colour& colour = film.background;
-  return ",split[over][under];[under]lutrgb=r=" + std::to_string(colour.red) +
-         ":g=" + std::to_string(colour.green) + ":b=" + std::to_string(colour.blue) +
-         ":a=255[ground];[ground][over]overlay=format=rgb,format=rgb24";
-}
-
 // The largest size with the shape of `size` that is not larger than `box`.
 Size Fitted(Size size, Size box) {
   const double factor = std::min(static_cast<double>(box.width) / size.width,
@@ -140,14 +132,21 @@ Size Fitted(Size size, Size box) {
 
 }  // namespace
 
+std::string LaidOn(const Colour& colour) {
+  // The ground is made of the pictures themselves, so that it has their times.
+  return ",split[over][under];[under]lutrgb=r=" + std::to_string(colour.red) +
+         ":g=" + std::to_string(colour.green) + ":b=" + std::to_string(colour.blue) +
+         ":a=255[ground];[ground][over]overlay=format=rgb,format=rgb24";
+}
+
 std::string PlannedPicture(const Film& film) {
   std::string filter = TurnedFrames(film);
-  if (film.transparency == Film::Transparency::kLaid) {
-    filter += Laid(film);
+  if (film.freePixels == Film::FreePixels::kLaid) {
+    filter += LaidOn(film.background);
   }
   if (film.planned != film.canvas) {
     const Size fitted = Fitted(film.canvas, film.planned);
-    const bool isKept = film.transparency == Film::Transparency::kKept;
+    const bool isKept = film.freePixels == Film::FreePixels::kKept;
     filter +=
         WithSize(",scale", fitted) +
         (fitted == film.planned ? ""

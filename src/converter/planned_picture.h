@@ -13,4 +13,7 @@ namespace animate {
 // format needs even sides. In red, green and blue.
 std::string PlannedPicture(const Film& film);
 
+// The filters that lay transparent pixels on a colour; what comes has to be rgba.
+std::string LaidOn(const Colour& colour);
+
 }  // namespace animate

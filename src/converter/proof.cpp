@@ -5,7 +5,9 @@
 #include <cstdio>
 #include <string>
 
+#include "converter/encoding.h"
 #include "converter/recipe.h"
+#include "converter/small_pictures.h"
 #include "film/failure.h"
 #include "platform/paths.h"
 
@@ -31,11 +33,29 @@ Packets ReadBack(const Converter& converter, const Film& film, const std::filesy
   return packets;
 }
 
+Likeness Compare(const Converter& converter, const Film& film, const std::filesystem::path& target,
+                 const std::filesystem::path& folder) {
+  const std::string seen = "seen.rgb";
+  const auto looked = converter.MakePictures(
+      {"-f", RecipeFor(*film.format).demuxer, "-i", platform::ArgumentOfPath(target), "-map",
+       "0:v:0", "-vsync", "0", "-vf", SeenColours(film) + "," + SmallPicture(film), "-f",
+       "rawvideo", seen},
+      folder, [](std::size_t) {});
+  if (!looked) {
+    throw Failure("the finished file cannot be looked at: " + looked.Reason());
+  }
+  return ComparePictures(film, folder / kPlannedPictures, folder / seen);
+}
+
 }  // namespace
 
 Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
                   const std::filesystem::path& folder) {
-  return Measured(film, ReadBack(converter, film, target, folder));
+  Measurement measured = Measured(film, ReadBack(converter, film, target, folder));
+  if (CanCompare(*film.format)) {
+    measured.likeness = Compare(converter, film, target, folder);
+  }
+  return measured;
 }
 
 Measurement Measured(const Film& film, const Packets& packets) {

@@ -10,13 +10,14 @@
 
 namespace animate {
 
-// Has the converter, in `folder`, read the file at `target` back without decoding the pictures.
-// Throws a Failure when there is any error in it, or its count of pictures, its length or their
-// size is not that of the film.
+// Has the converter, in `folder`, read the file at `target` back, and then look at its pictures,
+// which are compared with the planned ones that the encoding left in `folder`. Throws a Failure
+// when there is any error in it, or its count of pictures, its length, their size or what they show
+// is not that of the film.
 Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
                   const std::filesystem::path& folder);
 
-// The same, of what the converter was found to say.
+// What the converter was found to say of the file, without its pictures.
 Measurement Measured(const Film& film, const Packets& packets);
 
 }  // namespace animate

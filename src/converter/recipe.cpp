@@ -63,6 +63,15 @@ bool IsGuessedAsBt709(Size size) {
   return size.width >= 1280 || size.height > 576;
 }
 
+// The matrix by which the film's colours are held; empty for none.
+std::string MatrixOf(const Film& film) {
+  const Colours colours = RecipeFor(*film.format).colours;
+  if (colours == Colours::kRgb) {
+    return "";
+  }
+  return colours == Colours::kTagged || IsGuessedAsBt709(film.size) ? "bt709" : "bt601";
+}
+
 // The words for a level that the encoder would go beyond, where the pictures fit into a lower one:
 // it chooses by the rate, and many players end at this.
 Words LevelWords(const Film& film) {
@@ -93,13 +102,18 @@ Words EncodingWords(const Film& film) {
 }
 
 std::string ColourFilter(const Film& film) {
-  const Recipe& recipe = RecipeFor(*film.format);
-  if (recipe.colours == Colours::kRgb) {
-    return "";
-  }
-  const bool isBt709 = recipe.colours == Colours::kTagged || IsGuessedAsBt709(film.size);
-  return std::string(",scale=out_range=tv:out_color_matrix=") + (isBt709 ? "bt709" : "bt601") +
-         ",format=yuv420p";
+  const std::string matrix = MatrixOf(film);
+  return matrix.empty() ? "null"
+                        : "scale=out_range=tv:out_color_matrix=" + matrix + ",format=yuv420p";
+}
+
+std::string SeenColours(const Film& film) {
+  const std::string matrix = MatrixOf(film);
+  return matrix.empty() ? "null" : "scale=in_range=tv:in_color_matrix=" + matrix + ",format=rgb24";
+}
+
+bool CanCompare(const Format& format) {
+  return format.extension != "apng";
 }
 
 }  // namespace animate

@@ -40,7 +40,13 @@ const Recipe& RecipeFor(const Format& format);
 // All words about how the film is encoded, from the codec on.
 Words EncodingWords(const Film& film);
 
-// The filter that brings pictures to the colours of the film's format; empty when it needs none.
+// The filter that brings pictures to the colours of the film's format, and the one that brings them
+// back as players do; "null" where nothing is to be done.
 std::string ColourFilter(const Film& film);
+std::string SeenColours(const Film& film);
+
+// Whether the pictures of a finished file can be looked at: not every converter reads an animated
+// PNG back right in which a picture is like an earlier one.
+bool CanCompare(const Format& format);
 
 }  // namespace animate

@@ -43,8 +43,8 @@ struct Film {
   // Whether some frame is smaller than that.
   bool hasSeveralSizes = false;
   // What becomes of pixels that are not wholly there.
-  enum class Transparency { kNone, kKept, kLaid };
-  Transparency transparency = Transparency::kNone;
+  enum class FreePixels { kNone, kKept, kLaid };
+  FreePixels freePixels = FreePixels::kNone;
   // What is laid under such pixels and around smaller frames.
   Colour background;
   const Format* format = nullptr;

@@ -3,13 +3,14 @@
 
 #include <string>
 
+#include "film/transparency.h"
+
 namespace animate {
 
 struct Format {
   // The extension of the file, in lower case.
   std::string extension;
-  // Whether it carries transparent pixels as they are.
-  bool hasTransparency = false;
+  Transparency transparency = Transparency::kNone;
   // Whether both sides of the picture have to be even.
   bool needsEvenSides = false;
   // In frames a second.

@@ -27,7 +27,8 @@ std::optional<PictureFacts> ReadBmp(Bytes& bytes) {
   constexpr unsigned kAlphaMask = 66;
   const bool hasMask = compression == kMasked && bytes.LittleEndian(14, 4) >= 56 &&
                        bytes.LittleEndian(kAlphaMask, 4) != 0;
-  return PictureFacts{.size = SizeOf(width, height), .hasTransparency = hasMask};
+  return PictureFacts{.size = SizeOf(width, height),
+                      .transparency = hasMask ? Transparency::kGradual : Transparency::kNone};
 }
 
 }  // namespace animate

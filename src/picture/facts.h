@@ -2,6 +2,7 @@
 #pragma once
 
 #include "film/size.h"
+#include "film/transparency.h"
 #include "film/turn.h"
 
 namespace animate {
@@ -10,8 +11,7 @@ struct PictureFacts {
   // As it is stored.
   Size size;
   Turn turn = Turn::kNone;
-  // Whether there may be pixels that are not wholly there.
-  bool hasTransparency = false;
+  Transparency transparency = Transparency::kNone;
 };
 
 }  // namespace animate

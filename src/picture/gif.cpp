@@ -25,7 +25,8 @@ std::optional<PictureFacts> ReadGif(Bytes& bytes) {
         return !image.control.transparent && image.width == blocks.width &&
                image.height == blocks.height;
       });
-  return PictureFacts{.size = {blocks.width, blocks.height}, .hasTransparency = !isWhole};
+  return PictureFacts{.size = {blocks.width, blocks.height},
+                      .transparency = isWhole ? Transparency::kNone : Transparency::kWhole};
 }
 
 }  // namespace animate

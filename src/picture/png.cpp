@@ -15,13 +15,20 @@ std::optional<PictureFacts> ReadPng(Bytes& bytes) {
   PictureFacts facts;
   facts.size = SizeOf(bytes.BigEndian(16, 4), bytes.BigEndian(20, 4));
   constexpr unsigned kAlpha = 4;
+  constexpr unsigned kPalette = 1;
   constexpr std::uint64_t kColourType = 25;
-  facts.hasTransparency = (bytes.At(kColourType) & kAlpha) != 0;
+  if ((bytes.At(kColourType) & kAlpha) != 0) {
+    facts.transparency = Transparency::kGradual;
+  }
   std::uint64_t at = 8;
   const auto next = [&] { at += kAroundData + bytes.BigEndian(at, 4); };
   // What says that a colour is transparent stands before the data.
   for (; at + kAroundData <= bytes.Size() && bytes.BigEndian(at + 4, 4) != kData; next()) {
-    facts.hasTransparency = facts.hasTransparency || bytes.BigEndian(at + 4, 4) == kTransparency;
+    if (bytes.BigEndian(at + 4, 4) == kTransparency) {
+      // Of a palette each colour has a degree of its own.
+      facts.transparency =
+          (bytes.At(kColourType) & kPalette) != 0 ? Transparency::kGradual : Transparency::kWhole;
+    }
   }
   // Nearly every file ends with its last chunk; else something may follow it.
   if (bytes.Size() > kAroundData && isEnd(bytes.Size() - kAroundData)) {

@@ -43,7 +43,8 @@ std::optional<PictureFacts> ReadTiff(Bytes& bytes) {
   return PictureFacts{.size = SizeOf(directory.Value(directory.Find(kWidth)),
                                      directory.Value(directory.Find(kHeight))),
                       .turn = TurnOf(directory.Value(directory.Find(kOrientationTag))),
-                      .hasTransparency = directory.Find(kExtraSamples) != 0};
+                      .transparency = directory.Find(kExtraSamples) != 0 ? Transparency::kGradual
+                                                                         : Transparency::kNone};
 }
 
 }  // namespace animate
