@@ -320,12 +320,13 @@ TEST_F(AnimateTest, TurnsFramesAsTheirFilesAsk) {
 }
 
 TEST_F(AnimateTest, ColoursComeBackFromEveryFormat) {
-  for (const int width : {64, 1280}) {
+  for (const std::size_t width : {64U, 1280U}) {
     std::string pixels;
-    for (int pixel = 0; pixel < 32 * width; ++pixel) {
+    for (std::size_t pixel = 0; pixel < 32 * width; ++pixel) {
       pixels += std::string(pixel % width < width / 2 ? "\x20\xE0\x10" : "\xC0\x20\xF0") + "\xFF";
     }
-    Fill({{"f1.bmp", BitmapFile(width, pixels)}, {"f2.bmp", BitmapFile(width, pixels)}});
+    Fill({{"f1.bmp", BitmapFile(static_cast<int>(width), pixels)},
+          {"f2.bmp", BitmapFile(static_cast<int>(width), pixels)}});
     const std::string guess = width == 64 ? "bt601" : "bt709";
     for (const auto& [format, matrix] : {std::pair{"mp4", "bt709"s},
                                          {"mov", "bt709"s},
@@ -340,8 +341,8 @@ TEST_F(AnimateTest, ColoursComeBackFromEveryFormat) {
       const std::string seen =
           Rgb(name, "scale=in_color_matrix=" + matrix + ":in_range=tv,format=rgb24");
       SCOPED_TRACE(name);
-      ExpectNear(seen, static_cast<std::size_t>(16 * width + width / 4), {0x10, 0xE0, 0x20});
-      ExpectNear(seen, static_cast<std::size_t>(16 * width + width * 3 / 4), {0xF0, 0x20, 0xC0});
+      ExpectNear(seen, 16 * width + width / 4, {0x10, 0xE0, 0x20});
+      ExpectNear(seen, 16 * width + width * 3 / 4, {0xF0, 0x20, 0xC0});
     }
   }
 }

@@ -1,6 +1,7 @@
 #include "converter/planned_picture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <map>
 #include <vector>
@@ -110,8 +111,8 @@ std::string TurnedFrames(const Film& film) {
   for (const auto& [turn, condition] : conditions) {
     const std::string number = std::to_string(static_cast<int>(turn));
     split += "[s" + number + "]";
-    branches += ";[s" + number + "]select='" + condition + "'," + OnCanvas(film, turn) + "[t" +
-                number + "]";
+    branches.append(";[s").append(number).append("]select='").append(condition).append("',");
+    branches.append(OnCanvas(film, turn)).append("[t").append(number).append("]");
     together += "[t" + number + "]";
   }
   if (branches.size() > kMost) {
@@ -125,7 +126,7 @@ Size Fitted(Size size, Size box) {
   const double factor = std::min(static_cast<double>(box.width) / size.width,
                                  static_cast<double>(box.height) / size.height);
   const auto side = [&](int length, int most) {
-    return std::clamp(static_cast<int>(length * factor + 0.5), 1, most);
+    return std::clamp(static_cast<int>(std::lround(length * factor)), 1, most);
   };
   return {side(size.width, box.width), side(size.height, box.height)};
 }

@@ -45,17 +45,17 @@ const Words kVp9 = {"-deadline", "good", "-cpu-used", "4", "-row-mt", "1"};
 const Words kForever = {"-plays", "0", "-pix_fmt", "rgba"};
 
 const Recipe kRecipes[] = {
-    {"mp4", "mp4", "mov", "libx264", kH264, Colours::kTagged, H264Quality},
-    {"mov", "mov", "mov", "libx264", kH264, Colours::kTagged, H264Quality},
-    {"webm", "webm", "matroska", "libvpx-vp9", kVp9, Colours::kTagged, Vp9Quality},
-    {"gif", "gif", "gif", "gif", {"-loop", "0"}, Colours::kRgb, Exact, true},
-    {"apng", "apng", "apng", "apng", kForever, Colours::kRgb, Exact},
+    {"mp4", "mp4", "mov", "libx264", kH264, H264Quality, Colours::kTagged},
+    {"mov", "mov", "mov", "libx264", kH264, H264Quality, Colours::kTagged},
+    {"webm", "webm", "matroska", "libvpx-vp9", kVp9, Vp9Quality, Colours::kTagged},
+    {"gif", "gif", "gif", "gif", {"-loop", "0"}, Exact, Colours::kRgb, true},
+    {"apng", "apng", "apng", "apng", kForever, Exact, Colours::kRgb},
     // The code under which most players know their MPEG-4 decoder.
-    {"avi", "avi", "avi", "mpeg4", {"-tag:v", "XVID"}, Colours::kGuessed, MpegQuality},
+    {"avi", "avi", "avi", "mpeg4", {"-tag:v", "XVID"}, MpegQuality, Colours::kGuessed},
     // The oldest of its kind that the players of Windows still decode.
-    {"wmv", "asf", "asf", "wmv2", {}, Colours::kGuessed, MpegQuality},
-    {"flv", "flv", "flv", "flv1", {}, Colours::kGuessed, MpegQuality},
-    {"swf", "swf", "swf", "flv1", {}, Colours::kGuessed, MpegQuality},
+    {"wmv", "asf", "asf", "wmv2", {}, MpegQuality, Colours::kGuessed},
+    {"flv", "flv", "flv", "flv1", {}, MpegQuality, Colours::kGuessed},
+    {"swf", "swf", "swf", "flv1", {}, MpegQuality, Colours::kGuessed},
 };
 
 // What players take for the matrix of a picture that does not say.
@@ -78,7 +78,10 @@ Words LevelWords(const Film& film) {
   constexpr int kSide = 16;
   constexpr double kLargestPicture = 36864;
   constexpr double kPerSecond = 983040;
-  const auto blocks = [](int side) { return static_cast<double>((side + kSide - 1) / kSide); };
+  const auto blocks = [](int side) {
+    const int count = (side + kSide - 1) / kSide;
+    return static_cast<double>(count);
+  };
   const double picture = blocks(film.size.width) * blocks(film.size.height);
   constexpr double kLevel42 = 8704;
   const bool fits = picture <= kLargestPicture && picture * film.rate.value <= kPerSecond;

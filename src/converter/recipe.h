@@ -27,9 +27,9 @@ struct Recipe {
   std::string codec;
   // What always follows the codec.
   Words parameters;
-  Colours colours = Colours::kRgb;
   // The words for a quality, from 1 to 100; larger ones never give less.
   Words (*quality)(int quality) = nullptr;
+  Colours colours = Colours::kRgb;
   // Whether the colours are gathered in a palette first.
   bool hasPalette = false;
 };

@@ -28,6 +28,12 @@ int Cells(int side) {
   return std::clamp(side / kSmallestCell, 1, kMostCells);
 }
 
+// Of a small picture.
+std::size_t Bytes(const Film& film) {
+  return std::size_t{3} * static_cast<std::size_t>(Cells(film.size.width)) *
+         static_cast<std::size_t>(Cells(film.size.height));
+}
+
 platform::InputFile Opened(const std::filesystem::path& path, std::uint64_t size) {
   platform::InputFile file =
       OrFail(platform::InputFile::Open(path), "the small pictures cannot be read");
@@ -48,7 +54,7 @@ std::string SmallPicture(const Film& film) {
 
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
                          const std::filesystem::path& seen) {
-  const auto size = static_cast<std::size_t>(3 * Cells(film.size.width) * Cells(film.size.height));
+  const std::size_t size = Bytes(film);
   const platform::InputFile plannedFile = Opened(planned, film.shown.size() * size);
   const platform::InputFile seenFile = Opened(seen, film.shown.size() * size);
   Likeness likeness;
