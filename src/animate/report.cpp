@@ -10,6 +10,7 @@
 #include "animate/shown.h"
 #include "film/failure.h"
 #include "platform/paths.h"
+#include "platform/user.h"
 
 namespace animate {
 namespace {
@@ -92,7 +93,7 @@ void PrintFailure(const std::string& reason) {
 }
 
 void PrintText(const std::string& text) {
-  if (!Write(text) && errno != EPIPE) {
+  if (!Write(text) && !platform::HasReaderGone()) {
     throw Failure(std::string("standard output cannot be written: ") + std::strerror(errno));
   }
 }

@@ -26,6 +26,9 @@ void UseUtf8Console();
 // its last words can be read.
 void WaitBeforeConsoleGoes();
 
+// Whether a write to standard output, which just failed, did so because nobody reads it any more.
+bool HasReaderGone();
+
 // From now on the user's wish to stop (Ctrl-C, a closed console, a request to end) and the limits
 // that he has set on time and the size of files no longer end the process but are noted.
 void NoteInterruptions();

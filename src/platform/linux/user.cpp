@@ -4,6 +4,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstring>
 
@@ -46,6 +47,10 @@ int TerminalWidth() {
 }
 
 void UseUtf8Console() {}
+
+bool HasReaderGone() {
+  return errno == EPIPE;
+}
 
 void WaitBeforeConsoleGoes() {}
 

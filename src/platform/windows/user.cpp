@@ -58,6 +58,12 @@ void UseUtf8Console() {
   SetConsoleOutputCP(CP_UTF8);
 }
 
+bool HasReaderGone() {
+  // The C library has no number of its own for it.
+  const DWORD error = GetLastError();
+  return error == ERROR_NO_DATA || error == ERROR_BROKEN_PIPE || error == ERROR_PIPE_NOT_CONNECTED;
+}
+
 void WaitBeforeConsoleGoes() {
   DWORD process = 0;
   if (GetConsoleProcessList(&process, 1) != 1 || !ErrorsGoToTerminal()) {
