@@ -40,6 +40,8 @@ GuardedGroup::GuardedGroup() : pipe_(MakePipe()) {
 
 GuardedGroup::~GuardedGroup() {
   if (guard_ > 0) {
+    // Where the signal cannot be sent the guard sends it.
+    pipe_.writing.Close();
     kill(-guard_, SIGKILL);
     while (waitpid(guard_, nullptr, 0) < 0 && errno == EINTR) {
     }
