@@ -3,20 +3,19 @@
 #include <algorithm>
 #include <optional>
 
+#include "film/listed.h"
 #include "film/quoted.h"
 
 namespace animate {
 namespace {
 
 std::string TextOfAll(const Film& film, const std::vector<BadFrame>& bad) {
-  constexpr std::size_t kMostNamed = 8;
-  std::string text = bad.size() == 1 ? "" : std::to_string(bad.size()) + " frames are bad: ";
-  for (std::size_t index = 0; index < std::min(bad.size(), kMostNamed); ++index) {
-    text += (index == 0 ? "" : "; ") + TextOf(film, bad[index]);
+  std::vector<std::string> texts;
+  for (const BadFrame& one : bad) {
+    texts.push_back(TextOf(film, one));
   }
-  return bad.size() > kMostNamed
-             ? text + "; and " + std::to_string(bad.size() - kMostNamed) + " more"
-             : text;
+  return (bad.size() == 1 ? "" : std::to_string(bad.size()) + " frames are bad: ") +
+         Listed(texts, "; ");
 }
 
 }  // namespace

@@ -13,10 +13,6 @@
 namespace animate {
 namespace {
 
-[[noreturn]] void WrongUse(const std::string& what) {
-  throw Failure(what, ExitStatus::kWrongUse);
-}
-
 bool IsWhole(const std::string& text) {
   return !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
 }
@@ -56,8 +52,8 @@ Rate ReadRate(const std::string& text) {
   constexpr double kHighestRate = 1000;
   const double rate = RateValue(text);
   if (!(rate > 0 && rate <= kHighestRate)) {
-    WrongUse("--rate: " + Quoted(text) +
-             " is not a number above 0 up to 1000, like 25, 2.5 or 30000/1001");
+    RefuseUse("--rate: " + Quoted(text) +
+              " is not a number above 0 up to 1000, like 25, 2.5 or 30000/1001");
   }
   return {text, rate};
 }
@@ -71,8 +67,8 @@ Size ReadSize(const std::string& text) {
     return side.empty() || (SmallNumberIn(side) >= 1 && SmallNumberIn(side) <= kLargestSide);
   };
   if (mark == text.size() || text.size() == 1 || !isSide(width) || !isSide(height)) {
-    WrongUse("--size: " + Quoted(text) +
-             " is not WIDTHxHEIGHT with each from 1 to 16384, like 640x480, 640x or x480");
+    RefuseUse("--size: " + Quoted(text) +
+              " is not WIDTHxHEIGHT with each from 1 to 16384, like 640x480, 640x or x480");
   }
   return {static_cast<int>(SmallNumberIn(width)), static_cast<int>(SmallNumberIn(height))};
 }
@@ -88,7 +84,7 @@ Colour ReadColour(const std::string& text) {
   const bool isNumber = text.size() == 7 && text[0] == '#' &&
                         text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
   if (named == kNames.end() && !isNumber) {
-    WrongUse("--background: " + Quoted(text) + " is no colour like white, navy or #ff8800");
+    RefuseUse("--background: " + Quoted(text) + " is no colour like white, navy or #ff8800");
   }
   const auto number = isNumber
                           ? static_cast<std::uint32_t>(std::strtoul(text.c_str() + 1, nullptr, 16))
@@ -99,7 +95,7 @@ Colour ReadColour(const std::string& text) {
 
 Numbers ReadNumbers(const std::string& text) {
   if (text != "decimal" && text != "whole") {
-    WrongUse("--numbers: " + Quoted(text) + " is neither decimal nor whole");
+    RefuseUse("--numbers: " + Quoted(text) + " is neither decimal nor whole");
   }
   return text == "decimal" ? Numbers::kDecimal : Numbers::kWhole;
 }
@@ -107,7 +103,7 @@ Numbers ReadNumbers(const std::string& text) {
 int ReadQuality(const std::string& text) {
   const std::size_t quality = SmallNumberIn(text);
   if (quality < 1 || quality > 100) {
-    WrongUse("--quality: " + Quoted(text) + " is not a whole number from 1 to 100");
+    RefuseUse("--quality: " + Quoted(text) + " is not a whole number from 1 to 100");
   }
   return static_cast<int>(quality);
 }
@@ -115,14 +111,14 @@ int ReadQuality(const std::string& text) {
 std::size_t ReadEvery(const std::string& text) {
   const std::size_t every = SmallNumberIn(text);
   if (every == 0) {
-    WrongUse("--every: " + Quoted(text) + " is not a whole number from 1 on");
+    RefuseUse("--every: " + Quoted(text) + " is not a whole number from 1 on");
   }
   return every;
 }
 
 BadFrames ReadBadFrames(const std::string& text) {
   if (text != "refuse" && text != "skip" && text != "hold") {
-    WrongUse("--bad: " + Quoted(text) + " is none of refuse, skip and hold");
+    RefuseUse("--bad: " + Quoted(text) + " is none of refuse, skip and hold");
   }
   return text == "skip" ? BadFrames::kSkip : text == "hold" ? BadFrames::kHold : BadFrames::kRefuse;
 }
@@ -131,22 +127,22 @@ Decimal ReadSpeed(const std::string& text) {
   std::string_view rest = text;
   const std::optional<Decimal> speed = TakeDecimal(rest);
   if (!speed || !rest.empty() || !(Decimal() < *speed)) {
-    WrongUse("--speed: " + Quoted(text) +
-             " is not a number of units a second above 0, like 10, 0.5 or 1e-3");
+    RefuseUse("--speed: " + Quoted(text) +
+              " is not a number of units a second above 0, like 10, 0.5 or 1e-3");
   }
   return *speed;
 }
 
 double ReadSeconds(const std::string& text) {
   if (!IsDecimal(text)) {
-    WrongUse("--hold: " + Quoted(text) + " is not a number of seconds, like 2 or 0.5");
+    RefuseUse("--hold: " + Quoted(text) + " is not a number of seconds, like 2 or 0.5");
   }
   return std::strtod(text.c_str(), nullptr);
 }
 
 std::filesystem::path ReadPath(const std::string& text, const char* option) {
   if (text.empty()) {
-    WrongUse(std::string(option) + " is empty");
+    RefuseUse(std::string(option) + " is empty");
   }
   return platform::FullPath(platform::PathFromText(text));
 }

@@ -51,10 +51,6 @@ const Option kOptions[] = {
     {"--version", false, {"-V", "-v"}},
 };
 
-[[noreturn]] void WrongUse(const std::string& what) {
-  throw Failure(what, ExitStatus::kWrongUse);
-}
-
 // How many characters have to be changed, added or taken away to make one text the other.
 std::size_t Distance(const std::string& from, const std::string& to) {
   std::vector<std::size_t> row(to.size() + 1);
@@ -72,11 +68,11 @@ std::size_t Distance(const std::string& from, const std::string& to) {
 
 [[noreturn]] void RefuseWord(const std::string& word) {
   if (word == "-o" || word.starts_with("--out")) {
-    WrongUse("there is no option " + Quoted(word) + ": OUTPUT stands behind FRAMES by itself");
+    RefuseUse("there is no option " + Quoted(word) + ": OUTPUT stands behind FRAMES by itself");
   }
   const std::string nearest = NearestOption(word);
-  WrongUse("there is no option " + Quoted(word) +
-           (nearest.empty() ? "; --help lists them all" : "; is " + nearest + " meant?"));
+  RefuseUse("there is no option " + Quoted(word) +
+            (nearest.empty() ? "; --help lists them all" : "; is " + nearest + " meant?"));
 }
 
 // The library's message as one line that begins like the others.
@@ -107,9 +103,9 @@ OptionWords::OptionWords(const std::vector<std::string>& arguments) {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::ArgumentMismatch& error) {
     const std::string message = error.what();
-    WrongUse(message.substr(0, message.find(':')) + " has to be given once, with one value");
+    RefuseUse(message.substr(0, message.find(':')) + " has to be given once, with one value");
   } catch (const CLI::ParseError& error) {
-    WrongUse(OneLine(error.what()));
+    RefuseUse(OneLine(error.what()));
   }
   std::vector<std::string> more = app.remaining();
   const auto end = std::find(more.begin(), more.end(), "--");
@@ -130,7 +126,7 @@ OptionWords::OptionWords(const std::vector<std::string>& arguments) {
       continue;
     }
     if (!option.hasValue && given->results().front() != "true") {
-      WrongUse(option.LongName() + " takes no value");
+      RefuseUse(option.LongName() + " takes no value");
     }
     values_[option.LongName()] = given->results().front();
   }

@@ -1,6 +1,5 @@
 #include "animate/report.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -9,28 +8,15 @@
 #include "animate/bad_frames.h"
 #include "animate/shown.h"
 #include "film/failure.h"
+#include "film/listed.h"
 #include "platform/paths.h"
 #include "platform/user.h"
 
 namespace animate {
 namespace {
 
-constexpr std::size_t kMostItems = 8;
-
 std::string Count(std::size_t count, const char* one, const char* more) {
   return std::to_string(count) + " " + (count == 1 ? one : more);
-}
-
-// The items of a list, the first of them when there are many.
-std::string Joined(const std::vector<std::string>& items) {
-  std::string text;
-  for (std::size_t index = 0; index < std::min(items.size(), kMostItems); ++index) {
-    text += (index == 0 ? "" : ", ") + items[index];
-  }
-  if (items.size() > kMostItems) {
-    text += " and " + std::to_string(items.size() - kMostItems) + " more";
-  }
-  return text;
 }
 
 std::string FrameName(const Findings& found, std::size_t index) {
@@ -69,7 +55,7 @@ void PrintFindings(const Findings& found) {
   }
   if (missing != 0) {
     PrintNote("missing: " + Count(missing, "number", "numbers") + StepText(found) + ": " +
-              Joined(items));
+              Listed(items));
   }
   items.clear();
   for (const std::size_t index : found.doubles) {
@@ -77,14 +63,14 @@ void PrintFindings(const Findings& found) {
   }
   if (!items.empty()) {
     PrintNote("twice: " + Count(items.size(), "number", "numbers") +
-              ", each is a frame: " + Joined(items));
+              ", each is a frame: " + Listed(items));
   }
   PrintLeftOut(found.leftOut);
 }
 
 void PrintLeftOut(const std::vector<std::string>& texts) {
   if (!texts.empty()) {
-    PrintNote("left out: " + Joined(texts));
+    PrintNote("left out: " + Listed(texts));
   }
 }
 
@@ -119,7 +105,7 @@ void PrintBad(const Plan& plan, BadFrames how) {
   if (!items.empty()) {
     PrintNote("bad: " + Count(items.size(), "frame", "frames") +
               (how == BadFrames::kHold ? ", the one before stays: " : ", skipped: ") +
-              Joined(items));
+              Listed(items));
   }
 }
 
@@ -166,7 +152,7 @@ void PrintKept(const std::vector<std::string>& kept, std::size_t count) {
     PrintNote("not deleted: " +
               (kept.size() == count ? "all of the " + std::to_string(count) + " frames"
                                     : Count(kept.size(), "frame", "frames")) +
-              ": " + Joined(kept));
+              ": " + Listed(kept));
   }
 }
 

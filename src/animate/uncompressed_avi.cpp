@@ -25,9 +25,8 @@ namespace {
 FrameRate RateOf(const Film& film) {
   const std::optional<FrameRate> rate = ExactFrameRate(film.rate.text);
   if (!rate) {
-    throw Failure(
-        "--rate: an uncompressed AVI cannot play exactly " + film.rate.text + " frames a second",
-        ExitStatus::kWrongUse);
+    RefuseUse("--rate: an uncompressed AVI cannot play exactly " + film.rate.text +
+              " frames a second");
   }
   return *rate;
 }

@@ -24,6 +24,11 @@ class Failure : public std::runtime_error {
   ExitStatus status_;
 };
 
+// Ends the run because the command line asks for what cannot be.
+[[noreturn]] inline void RefuseUse(const std::string& reason) {
+  throw Failure(reason, ExitStatus::kWrongUse);
+}
+
 // The value of an operation of the system. Throws the Failure "WHAT: REASON" where it has none.
 template <typename Value>
 Value OrFail(platform::Result<Value> result, const std::string& what) {

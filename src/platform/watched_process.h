@@ -23,9 +23,9 @@ struct ProcessEnd {
 // its standard output and of its standard error goes to the function of that name as soon as it is
 // complete, without its line end; parts of a line that the program rewrites are lines too. When an
 // interruption is noted the program is killed. What it has started ends with it, and all of that
-// with this process, however that ends. An exception from one of the functions kills
-// it and is passed on. Fails when the program cannot be started; a start that the system refuses
-// because it is short of something for a moment is tried again within a second.
+// with this process, however that ends. An exception from one of the functions kills it and is
+// passed on. Fails when the program cannot be started; a start that the system refuses because it
+// is short of something for a moment is tried again within a second.
 Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
                               const std::vector<std::string>& arguments,
                               const std::filesystem::path& folder,

@@ -9,10 +9,6 @@
 namespace animate {
 namespace {
 
-[[noreturn]] void RefuseUse(const std::string& reason) {
-  throw Failure(reason, ExitStatus::kWrongUse);
-}
-
 // FIRST-, FIRST-LAST, -LAST or one number.
 bool TakeEnds(std::string_view& text, Range& range) {
   const std::string_view whole = text;

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "film/failure.h"
+#include "film/listed.h"
 #include "platform/paths.h"
 #include "sequence/ascii.h"
 #include "sequence/name_pattern.h"
@@ -64,13 +65,11 @@ class Folder {
 
   // "a1.png to a9.png (9), b1.png to b9.png (9)".
   std::string List(const std::vector<Candidate>& films) const {
-    std::string text;
-    for (std::size_t index = 0; index < std::min(films.size(), kMostListed); ++index) {
-      text += (index == 0 ? "" : ", ") + DescriptionOf(films[index]);
+    std::vector<std::string> texts;
+    for (const Candidate& film : films) {
+      texts.push_back(DescriptionOf(film));
     }
-    return films.size() <= kMostListed
-               ? text
-               : text + " and " + std::to_string(films.size() - kMostListed) + " more";
+    return Listed(texts, ", ", kMostListed);
   }
 
   // Films that follow each other, as the frames of one animation.
