@@ -1,8 +1,10 @@
 #include "animate/frame_list.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 
 #include "film/failure.h"
 #include "film/quoted.h"
@@ -31,23 +33,22 @@ std::vector<fs::path> ListedPaths(std::string_view content) {
 }
 
 std::string ReadList(const fs::path& path) {
-  std::ostringstream content;
-  bool isRead = false;
-  if (path.empty()) {
-    content << std::cin.rdbuf();
-    isRead = !std::cin.bad();
-  } else {
-    // Not the file reader of frames: the list may be a pipe.
-    std::ifstream file(path, std::ios::binary);
-    isRead = file.is_open();
-    content << file.rdbuf();
-    isRead = isRead && !file.bad();
+  // Not the file reader of frames: the list may be a pipe.
+  std::ifstream file;
+  if (!path.empty()) {
+    file.open(path, std::ios::binary);
   }
-  if (!isRead) {
+  std::istream& list = path.empty() ? std::cin : file;
+  std::string content;
+  for (char piece[4096]; list.good();) {
+    list.read(&piece[0], sizeof(piece));
+    content.append(&piece[0], static_cast<std::size_t>(list.gcount()));
+  }
+  if (list.bad() || !list.eof() || (path.empty() && std::ferror(stdin) != 0)) {
     throw Failure("the list " + (path.empty() ? "on standard input" : Quoted(path)) +
                   " cannot be read");
   }
-  return content.str();
+  return content;
 }
 
 }  // namespace animate

@@ -6,6 +6,7 @@
 #include "animate/new_file.h"
 #include "film/failure.h"
 #include "film/image_type.h"
+#include "film/listed.h"
 #include "film/quoted.h"
 #include "platform/file_system.h"
 #include "platform/paths.h"
@@ -21,16 +22,12 @@ namespace fs = std::filesystem;
 
 // Throws a Failure that names what of the expected numbers no frame has.
 void CheckExpected(const Findings& findings, const Range& expected) {
-  constexpr std::size_t kMostNamed = 8;
-  const std::vector<MissingNumbers> missing = FindMissing(findings, expected);
-  std::string text;
-  for (std::size_t index = 0; index < std::min(missing.size(), kMostNamed); ++index) {
-    const MissingNumbers& run = missing[index];
-    text += (index == 0 ? "" : ", ") + (run.count == 1 ? run.first : run.first + " to " + run.last);
+  std::vector<std::string> texts;
+  for (const MissingNumbers& run : FindMissing(findings, expected)) {
+    texts.push_back(run.count == 1 ? run.first : run.first + " to " + run.last);
   }
-  if (!missing.empty()) {
-    throw Failure("numbers are missing that --expect asks for: " + text +
-                  (missing.size() > kMostNamed ? " and more" : ""));
+  if (!texts.empty()) {
+    throw Failure("numbers are missing that --expect asks for: " + Listed(texts));
   }
 }
 
@@ -83,10 +80,9 @@ std::size_t CountImages(const std::vector<platform::FolderEntry>& entries) {
       }));
 }
 
-// What else is in a folder without images: " (there are 10 .exr, ...)".
+// What else is in a folder without images: "; but 10 .exr, the folder "run1" with 20".
 std::string OtherContent(const fs::path& folder,
                          const std::vector<platform::FolderEntry>& entries) {
-  constexpr std::size_t kMostNamed = 8;
   std::vector<std::string> texts = UnreadImages(NamesIn(entries));
   std::vector<std::string> folders;
   for (const platform::FolderEntry& entry : entries) {
@@ -99,11 +95,7 @@ std::string OtherContent(const fs::path& folder,
   }
   std::sort(folders.begin(), folders.end());
   texts.insert(texts.end(), folders.begin(), folders.end());
-  std::string text;
-  for (std::size_t index = 0; index < std::min(texts.size(), kMostNamed); ++index) {
-    text += (index == 0 ? "; but " : ", ") + texts[index];
-  }
-  return text + (texts.size() > kMostNamed ? " and more" : "");
+  return texts.empty() ? "" : "; but " + Listed(texts);
 }
 
 // A folder, and how to look for frames among its names.
@@ -146,6 +138,12 @@ Place FindPlace(const Options& options) {
   return place;
 }
 
+// Images of types that are not read are left out as well.
+void AddUnread(const std::vector<fs::path>& names, std::vector<std::string>& leftOut) {
+  const std::vector<std::string> unread = UnreadImages(names);
+  leftOut.insert(leftOut.end(), unread.begin(), unread.end());
+}
+
 // "FOLDER", or "FOLDER_PART".
 std::string NameOf(const fs::path& folder, const std::string& part) {
   const std::string name = platform::TextOfPath(folder.filename());
@@ -184,8 +182,7 @@ FoundFrames FindFrames(const Options& options) {
   const Place place = FindPlace(options);
   try {
     Findings findings = FindSequence(place.names, place.how);
-    const std::vector<std::string> unread = UnreadImages(place.names);
-    findings.leftOut.insert(findings.leftOut.end(), unread.begin(), unread.end());
+    AddUnread(place.names, findings.leftOut);
     KeepChosen(options, findings);
     const std::string name = NameOf(place.folder, place.isWhole ? "" : findings.name);
     return {place.folder, std::move(findings), name, ""};
@@ -197,9 +194,7 @@ FoundFrames FindFrames(const Options& options) {
 FoundFilms FindFilms(const Options& options) {
   const Place place = FindPlace(options);
   if (place.how.wanted) {
-    throw Failure(
-        "--each takes a folder or a pattern; " + Quoted(*place.how.wanted) + " is one frame",
-        ExitStatus::kWrongUse);
+    RefuseUse("--each takes a folder or a pattern; " + Quoted(*place.how.wanted) + " is one frame");
   }
   try {
     FoundFilms found;
@@ -208,6 +203,9 @@ FoundFilms FindFilms(const Options& options) {
     for (EachFilm& film : each.films) {
       const std::string name = NameOf(place.folder, film.findings.name);
       found.films.push_back({place.folder, std::move(film.findings), name, film.refusal});
+      if (!film.refusal.empty()) {
+        continue;
+      }
       try {
         KeepChosen(options, found.films.back().findings);
       } catch (const Failure& failure) {
@@ -217,8 +215,7 @@ FoundFilms FindFilms(const Options& options) {
         found.films.back().refusal = failure.what();
       }
     }
-    const std::vector<std::string> unread = UnreadImages(place.names);
-    found.leftOut.insert(found.leftOut.end(), unread.begin(), unread.end());
+    AddUnread(place.names, found.leftOut);
     return found;
   } catch (const Failure& failure) {
     FailIn(place.folder, failure);
