@@ -17,10 +17,6 @@ namespace fs = std::filesystem;
 
 constexpr char kExtensions[] = ".mp4 .mov .webm .gif .apng .avi .wmv .flv .swf";
 
-[[noreturn]] void WrongUse(const std::string& what) {
-  throw Failure(what, ExitStatus::kWrongUse);
-}
-
 std::string Extension(const fs::path& path) {
   const std::string extension = platform::TextOfPath(path.extension());
   return extension.empty() ? "" : extension.substr(1);
@@ -30,8 +26,8 @@ void CheckRate(const Options& options) {
   const auto refuse = [&](const char* how, double limit) {
     char text[32];
     std::snprintf(&text[0], sizeof(text), "%g", limit);
-    WrongUse("--rate: a " + options.format->extension + " file cannot play " + how + " than " +
-             &text[0] + " frames a second");
+    RefuseUse("--rate: a " + options.format->extension + " file cannot play " + how + " than " +
+              &text[0] + " frames a second");
   };
   if (options.rate.value > options.format->highestRate) {
     refuse("faster", options.format->highestRate);
@@ -51,7 +47,7 @@ bool HasNumberPattern(const std::string& name) {
 const Format* ReadFormat(const std::string& text) {
   const Format* const format = FindFormat(text.substr(text.starts_with('.') ? 1 : 0));
   if (format == nullptr) {
-    WrongUse("--format: " + Quoted(text) + " is none of the formats: " + &kExtensions[0]);
+    RefuseUse("--format: " + Quoted(text) + " is none of the formats: " + &kExtensions[0]);
   }
   return format;
 }
@@ -64,20 +60,20 @@ void TakeOutput(const std::string& text, bool hasFormat, Options& options) {
     return;
   }
   if (options.each) {
-    WrongUse("OUTPUT: " + name + " is no folder, which --each needs for its animations");
+    RefuseUse("OUTPUT: " + name + " is no folder, which --each needs for its animations");
   }
   options.output = path;
   if (HasNumberPattern(text)) {
-    WrongUse("OUTPUT: " + name +
-             " is a pattern for frames; OUTPUT is the one animation that is made, like out.mp4");
+    RefuseUse("OUTPUT: " + name +
+              " is a pattern for frames; OUTPUT is the one animation that is made, like out.mp4");
   }
   if (hasFormat) {
-    WrongUse("--format is for an OUTPUT that is missing or a folder that is there; " + name +
-             " is neither");
+    RefuseUse("--format is for an OUTPUT that is missing or a folder that is there; " + name +
+              " is neither");
   }
   options.format = FindFormat(Extension(path));
   if (options.format == nullptr) {
-    WrongUse("OUTPUT: " + name + " does not end like one of the formats: " + &kExtensions[0]);
+    RefuseUse("OUTPUT: " + name + " does not end like one of the formats: " + &kExtensions[0]);
   }
 }
 
@@ -86,12 +82,12 @@ void TakePaths(const OptionWords& words, Options& options) {
   const std::size_t most = options.frameList ? 1 : 2;
   if (!options.rescue.empty()) {
     if (!paths.empty()) {
-      WrongUse("--rescue takes its folder alone, without FRAMES");
+      RefuseUse("--rescue takes its folder alone, without FRAMES");
     }
     return;
   }
   if (paths.size() > most) {
-    WrongUse(
+    RefuseUse(
         options.frameList
             ? "with --from-list there are no FRAMES, only OUTPUT is expected"
             : "there are " + std::to_string(paths.size()) +
@@ -99,7 +95,7 @@ void TakePaths(const OptionWords& words, Options& options) {
   }
   if (!options.frameList) {
     if (paths.empty()) {
-      WrongUse("FRAMES is missing; --help says more");
+      RefuseUse("FRAMES is missing; --help says more");
     }
     options.frames = ReadPath(paths.front(), "FRAMES");
     paths.erase(paths.begin());
@@ -166,7 +162,7 @@ void TakeWork(const OptionWords& words, Options& options) {
   if (const auto sheet = words.Value("--contact-sheet")) {
     options.contactSheet = ReadPath(*sheet, "--contact-sheet");
     if (LowerCase(Extension(options.contactSheet)) != "png") {
-      WrongUse("--contact-sheet: " + Quoted(*sheet) + " does not end in .png");
+      RefuseUse("--contact-sheet: " + Quoted(*sheet) + " does not end in .png");
     }
   }
   if (const auto converter = words.Value("--converter")) {
@@ -191,6 +187,8 @@ void CheckTogether(const OptionWords& words) {
   } kExclusions[] = {
       {"--contact-sheet", "--without-converter", "the sheet needs the converter"},
       {"--size", "--without-converter", "another size needs the converter"},
+      {"--quality", "--without-converter", "nothing is lost there"},
+      {"--background", "--without-converter", "another ground needs the converter"},
       {"--contact-sheet", "--each", "there is one sheet, and several animations"},
       {"--join", "--each", "one makes one animation of all parts, the other one of each"},
       {"--fill-gaps", "--speed", "by time each frame stands until the next one's anyway"},
@@ -202,8 +200,8 @@ void CheckTogether(const OptionWords& words) {
   };
   for (const auto& exclusion : kExclusions) {
     if (words.Has(exclusion.option) && words.Has(exclusion.other)) {
-      WrongUse(std::string(exclusion.option) + " and " + exclusion.other +
-               " exclude each other: " + exclusion.why);
+      RefuseUse(std::string(exclusion.option) + " and " + exclusion.other +
+                " exclude each other: " + exclusion.why);
     }
   }
 }

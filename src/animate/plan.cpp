@@ -24,7 +24,7 @@ fs::path ChooseOutput(const Options& options, const FoundFrames& found) {
     return options.output;
   }
   if (found.name.empty()) {
-    throw Failure("OUTPUT is missing, and there is no name to make one of", ExitStatus::kWrongUse);
+    RefuseUse("OUTPUT is missing, and there is no name to make one of");
   }
   const fs::path folder = !options.outputFolder.empty() ? options.outputFolder
                           : options.frameList           ? found.folder
@@ -146,6 +146,22 @@ Film MakeFilm(const Options& options, const Findings& found, const Timing& timin
                       : planned};
 }
 
+// Throws a Failure when frames cannot be shown as they are in files that are made without the
+// converter.
+void CheckWay(Way way, const Film& film) {
+  const auto isTurned = [](const Frame& frame) { return frame.turn != Turn::kNone; };
+  if (way != Way::kConverter && film.hasSeveralSizes) {
+    throw Failure("--without-converter: the frames have several sizes and stay as they are");
+  }
+  if (way == Way::kUncompressedAvi && film.freePixels != Film::FreePixels::kNone) {
+    throw Failure("--without-converter: the frames have transparency, which an AVI has not");
+  }
+  if (way == Way::kUncompressedAvi &&
+      std::any_of(film.frames.begin(), film.frames.end(), isTurned)) {
+    throw Failure("--without-converter: the frames are turned (EXIF) and stay as they are");
+  }
+}
+
 // Throws a Failure when nothing may be written to `path`; the same rules for the animation and for
 // the sheet.
 void CheckTarget(const fs::path& path, const std::vector<Frame>& frames, bool replace) {
@@ -180,9 +196,7 @@ Plan MakePlan(const Options& options, const FoundFrames& found, const Timing& ti
   if (bad.size() == film.frames.size()) {
     throw BadFramesFailure(film, std::move(bad));
   }
-  if (way != Way::kConverter && film.hasSeveralSizes) {
-    throw Failure("--without-converter: the frames have several sizes and stay as they are");
-  }
+  CheckWay(way, film);
   CheckTarget(output, film.frames, options.overwrite);
   if (!options.contactSheet.empty()) {
     CheckTarget(options.contactSheet, film.frames, options.overwrite);

@@ -15,8 +15,8 @@ namespace animate {
 inline constexpr char kPlannedPictures[] = "planned.rgb";
 
 // Makes the animation as the file `target`, which is there and empty, and its planned pictures in
-// small. `progress` gets the number of
-// frames done, once for each pass. Throws a Failure when the converter reports any error.
+// small. `progress` gets the number of frames done, once for each pass. Throws a Failure when the
+// converter reports any error.
 void Encode(const Converter& converter, const Film& film, const Staging& staging,
             const std::filesystem::path& target, const std::function<void(std::size_t)>& progress);
 

@@ -3,9 +3,9 @@
 namespace animate {
 
 Words InputWords(const Film& film, const std::string& pattern, std::size_t first) {
-  // Without the first option the converter would build its filters anew at a frame with other
-  // properties, and forget the colours gathered so far.
-  // Turns are asked for in the filters, where each frame has its own.
+  // Turns are asked for in the filters, where each frame has its own. Without the second option the
+  // converter would build its filters anew at a frame with other properties, and forget the colours
+  // gathered so far.
   const Words reader = {"-noautorotate", "-reinit_filter", "0", "-f", "image2"};
   const Words decoder = film.frameType == "gif" ? Words{"-c:v", "gif"} : Words();
   return Joined(

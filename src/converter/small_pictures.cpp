@@ -62,7 +62,10 @@ Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
     StopIfInterrupted();
     const std::string wanted = plannedFile.Read(number * size, size);
     const std::string found = seenFile.Read(number * size, size);
-    for (std::size_t place = 0; place < std::min(wanted.size(), found.size()); ++place) {
+    if (wanted.size() != size || found.size() != size) {
+      throw Failure("the small pictures cannot be read");
+    }
+    for (std::size_t place = 0; place < size; ++place) {
       const int difference = std::abs(static_cast<unsigned char>(wanted[place]) -
                                       static_cast<unsigned char>(found[place]));
       if (difference > likeness.difference) {

@@ -23,7 +23,7 @@ std::optional<PictureFacts> ReadJpeg(Bytes& bytes) {
     return bytes.At(at) == 0xFF && bytes.At(at + 1) == kEndOfImage;
   };
   std::optional<PictureFacts> facts;
-  Turn turn = Turn::kNone;
+  std::optional<Turn> turn;
   std::uint64_t at = 2;
   while (at + 4 <= bytes.Size()) {
     const unsigned marker = bytes.At(at + 1);
@@ -33,9 +33,9 @@ std::optional<PictureFacts> ReadJpeg(Bytes& bytes) {
     }
     if (IsJpegFrame(marker)) {
       facts = {.size = SizeOf(bytes.BigEndian(at + 7, 2), bytes.BigEndian(at + 5, 2)),
-               .turn = turn};
+               .turn = turn.value_or(Turn::kNone)};
     }
-    if (marker == kExif && bytes.Text(at + 4, kExifStart.size()) == kExifStart) {
+    if (marker == kExif && !turn && bytes.Text(at + 4, kExifStart.size()) == kExifStart) {
       TiffDirectory exif(bytes, at + 4 + kExifStart.size());
       turn = TurnOf(exif.Value(exif.Find(kOrientationTag)));
     }
