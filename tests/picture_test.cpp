@@ -17,9 +17,10 @@ std::string Chunk(const std::string& name, const std::string& data) {
   return BigEndian(static_cast<int>(data.size()), 4) + name + data + "crc.";
 }
 
-const std::string kPng = "\x89PNG\r\n\x1A\n" +
-                         Chunk("IHDR", BigEndian(300, 4) + BigEndian(5, 4) + "12345") +
-                         Chunk("IDAT", "no IEND here");
+const std::string kPng =
+    "\x89PNG\r\n\x1A\n" +
+    Chunk("IHDR", BigEndian(300, 4) + BigEndian(5, 4) + Bytes({8, 2, 0, 0, 0})) +
+    Chunk("IDAT", "no IEND here");
 const std::string kPngEnd = Chunk("IEND", "");
 
 std::string Segment(const std::string& marker, const std::string& data) {
@@ -44,20 +45,31 @@ std::string Bmp(int width, int height, int bits, int compression) {
          LittleEndian(compression, 4) + std::string(20, '\0');
 }
 
-// A picture of 300x5 whose two pieces of 2 bytes lie behind the directory and the table of their
-// places.
-std::string Tiff(bool isLittle, int offsetsTag, int secondPiece) {
-  const auto number = [&](int value, int size) {
-    return isLittle ? LittleEndian(value, size) : BigEndian(value, size);
+// A picture of 300x5 with one more entry, whose two pieces of 2 bytes lie behind the directory and
+// the table of their places.
+std::string Tiff(bool isLittle, int secondPiece, int tag = 305, int value = 1, int next = 0) {
+  const auto number = [&](int of, int size) {
+    return isLittle ? LittleEndian(of, size) : BigEndian(of, size);
   };
-  const auto entry = [&](int tag, int type, int count, const std::string& value) {
-    return number(tag, 2) + number(type, 2) + number(count, 4) + value;
+  const auto entry = [&](int named, int type, int count, const std::string& values) {
+    return number(named, 2) + number(type, 2) + number(count, 4) + values;
   };
-  return std::string(isLittle ? "II" : "MM") + number(42, 2) + number(8, 4) + number(4, 2) +
+  return std::string(isLittle ? "II" : "MM") + number(42, 2) + number(8, 4) + number(5, 2) +
          entry(256, 3, 1, number(300, 2) + "xx") + entry(257, 4, 1, number(5, 4)) +
-         entry(offsetsTag, 4, 2, number(62, 4)) +
-         entry(offsetsTag == 273 ? 279 : 325, 3, 2, number(2, 2) + number(2, 2)) + number(0, 4) +
-         number(70, 4) + number(secondPiece, 4) + "data";
+         entry(273, 4, 2, number(74, 4)) + entry(279, 3, 2, number(2, 2) + number(2, 2)) +
+         entry(tag, 3, 1, number(value, 2) + "xx") + number(next, 4) + number(82, 4) +
+         number(secondPiece, 4) + "data";
+}
+
+std::string Webp(const std::string& kind, const std::string& data) {
+  return "RIFF" + LittleEndian(12 + static_cast<int>(data.size()), 4) + "WEBP" + kind +
+         LittleEndian(static_cast<int>(data.size()), 4) + data;
+}
+
+// The header of a TGA file of 3x2.
+std::string Tga(char kind, char bits, char descriptor) {
+  return Bytes({0, 0}) + kind + std::string(9, '\0') + LittleEndian(3, 2) + LittleEndian(2, 2) +
+         bits + descriptor;
 }
 
 TEST(Picture, TellsItsSizeAndWhatIsWrong) {
@@ -75,6 +87,7 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.PNG", kPng + kPngEnd, "300x5"},
       {"a.png", kPng + kPngEnd + "and more, long enough", "300x5"},
       {"a.png", kPng + less(kPngEnd, 1), "is cut, its end is missing"},
+      {"a.png", less(kPng, 24) + Chunk("acTL", "x") + Chunk("IDAT", "") + kPngEnd, "300x5 more"},
       {"a.png", less(kPng, 24) + Chunk("tRNS", "x") + Chunk("IDAT", "") + kPngEnd,
        "300x5 transparent"},
       {"a.jpeg", kJpeg + "\xFF\xD9", "300x5"},
@@ -90,11 +103,46 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.bmp", Bmp(0, 2, 24, 0), "is damaged"},
       {"a.bmp", "BM123456789012" + LittleEndian(12, 4) + LittleEndian(300, 2) + LittleEndian(5, 2),
        "300x5"},
-      {"a.tiff", Tiff(true, 273, 72), "300x5"},
-      {"a.tif", Tiff(false, 324, 72), "300x5"},
-      {"a.tif", Tiff(true, 273, 73), "is cut, its end is missing"},
-      {"a.tif", Tiff(true, 273, 72).substr(0, 61), "is cut, its end is missing"},
-      {"a.tif", Tiff(true, 999, 0).substr(0, 62), "300x5"},
+      {"a.tiff", Tiff(true, 84), "300x5"},
+      {"a.tif", Tiff(false, 84, 258, 16), "300x5 deep"},
+      {"a.tif", Tiff(false, 84, 338, 2), "300x5 transparent"},
+      {"a.tif", Tiff(false, 84, 305, 1, 8), "300x5 more"},
+      {"a.tif", Tiff(true, 85), "is cut, its end is missing"},
+      {"a.tif", Tiff(true, 84).substr(0, 73), "is cut, its end is missing"},
+      {"a.tif", Tiff(true, 84, 259, 7), "is a TIFF with JPEG inside, which converters show wrong"},
+      {"a.tif", Tiff(true, 84, 259, 50000),
+       "is a TIFF with a compression that converters do not know"},
+      {"a.tif", Tiff(true, 84, 324, 9), "is a TIFF with tiles, which converters show wrong"},
+      {"a.tif", Tiff(true, 84, 339, 3),
+       "is a TIFF with signed or floating-point values, which converters show wrong"},
+      {"a.tif", Tiff(true, 84, 258, 12),
+       "is a TIFF with 12 bits a value, which converters do not decode"},
+      {"a.tif", Tiff(true, 84, 262, 8),
+       "is a TIFF whose colours are not red, green and blue, which converters show wrong"},
+      {"a.tif", Tiff(true, 84, 338, 1),
+       "is a TIFF whose colours are multiplied with its transparency, which converters show wrong"},
+      {"a.tif", std::string("II+\0", 4) + "wide", "is a BigTIFF, which converters do not decode"},
+      {"a.webp",
+       Webp("VP8 ",
+            "tag" + Bytes({0x9D, 1, 0x2A}) + LittleEndian(300 + 0x4000, 2) + LittleEndian(5, 2)),
+       "300x5"},
+      {"a.webp", Webp("VP8L", "/" + LittleEndian(299 + (4 << 14) + (1 << 28), 4)),
+       "300x5 transparent"},
+      {"a.webp", Webp("VP8X", Bytes({0x10, 0, 0, 0}) + LittleEndian(299, 3) + LittleEndian(4, 3)),
+       "300x5 transparent"},
+      {"a.webp", Webp("VP8X", Bytes({2, 0, 0, 0}) + LittleEndian(299, 3) + LittleEndian(4, 3)),
+       "is animated, which no converter decodes"},
+      {"a.webp", less(Webp("VP8 ", "short"), 1), "is cut, its end is missing"},
+      {"a.tga", Tga(2, 24, 0) + std::string(18, 'p'), "3x2"},
+      {"a.tga", Tga(2, 32, 8) + std::string(24, 'p'), "3x2 transparent"},
+      {"a.tga", Tga(2, 24, 0) + std::string(17, 'p'), "is cut, its end is missing"},
+      {"a.tga", Tga(10, 24, 0) + "packed", "3x2"},
+      {"a.tga", Tga(2, 23, 0) + std::string(18, 'p'), "is no picture"},
+      {"a.ppm", "P6\n# 7 8\n3 2\n255\n" + std::string(18, 'p'), "3x2"},
+      {"a.ppm", "P6 3 2 255 " + std::string(17, 'p'), "is cut, its end is missing"},
+      {"a.pgm", "P5 3 2 4095 " + std::string(12, 'p'), "3x2 deep"},
+      {"a.pbm", "P4 9 2 " + std::string(4, 'p'), "9x2"},
+      {"a.pnm", "P1 3 2 1 0 1 0 1 0", "3x2"},
       {"a.gif", gif, "3x2"},
       {"a.gif", less(gif, 1), "3x2"},
       {"a.gif", less(gif, 2), "is cut, its end is missing"},
@@ -109,7 +157,8 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
     const std::string said =
         facts ? std::to_string(facts->size.width) + "x" + std::to_string(facts->size.height) +
                     (facts->turn == animate::Turn::kNone ? "" : " turned") +
-                    (facts->transparency == animate::Transparency::kNone ? "" : " transparent")
+                    (facts->transparency == animate::Transparency::kNone ? "" : " transparent") +
+                    (facts->isDeep ? " deep" : "") + (facts->hasMore ? " more" : "")
               : facts.Reason();
     EXPECT_EQ(said, c.said) << c.name << " " << c.content.size();
   }

@@ -132,7 +132,7 @@ Place FindPlace(const Options& options) {
   if (std::all_of(place.names.begin(), place.names.end(),
                   [](const fs::path& name) { return ImageType(name).empty(); })) {
     throw Failure("in " + Quoted(place.folder) +
-                  " there are no images (gif, bmp, jpg, jpeg, tif, tiff, png)" +
+                  " there are no images (gif, bmp, jpg, tif, png, webp, tga, ppm, pgm, pbm)" +
                   OtherContent(place.folder, entries));
   }
   return place;

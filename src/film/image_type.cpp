@@ -1,7 +1,6 @@
 #include "film/image_type.h"
 
-#include <algorithm>
-#include <array>
+#include <map>
 
 #include "platform/paths.h"
 #include "text/lower_case.h"
@@ -9,11 +8,14 @@
 namespace animate {
 
 std::string ImageType(std::string_view name) {
-  static constexpr std::array<const char*, 5> kTypes = {"gif", "bmp", "jpg", "tif", "png"};
+  static const std::map<std::string, std::string> kTypes = {
+      {"gif", "gif"},  {"bmp", "bmp"}, {"jpg", "jpg"}, {"jpeg", "jpg"},  {"tif", "tif"},
+      {"tiff", "tif"}, {"png", "png"}, {"tga", "tga"}, {"webp", "webp"}, {"pbm", "pnm"},
+      {"pgm", "pnm"},  {"pnm", "pnm"}, {"ppm", "pnm"}};
   const std::size_t dot = name.rfind('.');
-  std::string type = dot == std::string_view::npos ? "" : LowerCase(name.substr(dot + 1));
-  type = type == "jpeg" ? "jpg" : type == "tiff" ? "tif" : type;
-  return std::find(kTypes.begin(), kTypes.end(), type) != kTypes.end() ? type : "";
+  const auto type =
+      kTypes.find(dot == std::string_view::npos ? "" : LowerCase(name.substr(dot + 1)));
+  return type == kTypes.end() ? "" : type->second;
 }
 
 std::string ImageType(const std::filesystem::path& name) {

@@ -7,8 +7,9 @@
 
 namespace animate {
 
-// The extension of a name in lower case without its dot, jpeg as jpg and tiff as tif; empty when it
-// is not one of an image that can be a frame.
+// The type that the extension of a name says, in any case: gif, bmp, jpg, tif, png, tga, webp, or
+// pnm for each of the kinds of that family. Empty when it is not one of an image that can be a
+// frame.
 std::string ImageType(std::string_view name);
 std::string ImageType(const std::filesystem::path& name);
 

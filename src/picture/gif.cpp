@@ -1,7 +1,5 @@
 #include "picture/gif.h"
 
-#include <algorithm>
-
 #include "gif/gif_blocks.h"
 
 namespace animate {
@@ -20,13 +18,12 @@ std::optional<PictureFacts> ReadGif(Bytes& bytes) {
     return PictureFacts();
   }
   // One that covers less than the screen leaves the rest free.
+  const GifImage& first = blocks.images.front();
   const bool isWhole =
-      std::any_of(blocks.images.begin(), blocks.images.end(), [&](const GifImage& image) {
-        return !image.control.transparent && image.width == blocks.width &&
-               image.height == blocks.height;
-      });
+      !first.control.transparent && first.width == blocks.width && first.height == blocks.height;
   return PictureFacts{.size = {blocks.width, blocks.height},
-                      .transparency = isWhole ? Transparency::kNone : Transparency::kWhole};
+                      .transparency = isWhole ? Transparency::kNone : Transparency::kWhole,
+                      .hasMore = blocks.images.size() > 1};
 }
 
 }  // namespace animate

@@ -23,7 +23,8 @@ std::optional<PictureFacts> ReadJpeg(Bytes& bytes) {
     return bytes.At(at) == 0xFF && bytes.At(at + 1) == kEndOfImage;
   };
   std::optional<PictureFacts> facts;
-  std::optional<Turn> turn;
+  Turn turn = Turn::kNone;
+  std::uint64_t turnAt = 0;
   std::uint64_t at = 2;
   while (at + 4 <= bytes.Size()) {
     const unsigned marker = bytes.At(at + 1);
@@ -33,10 +34,12 @@ std::optional<PictureFacts> ReadJpeg(Bytes& bytes) {
     }
     if (IsJpegFrame(marker)) {
       facts = {.size = SizeOf(bytes.BigEndian(at + 7, 2), bytes.BigEndian(at + 5, 2)),
-               .turn = turn.value_or(Turn::kNone)};
+               .turn = turn,
+               .turnAt = turnAt};
     }
-    if (marker == kExif && !turn && bytes.Text(at + 4, kExifStart.size()) == kExifStart) {
-      TiffDirectory exif(bytes, at + 4 + kExifStart.size());
+    if (marker == kExif && turnAt == 0 && bytes.Text(at + 4, kExifStart.size()) == kExifStart) {
+      turnAt = at + 4;
+      TiffDirectory exif(bytes, turnAt + kExifStart.size());
       turn = TurnOf(exif.Value(exif.Find(kOrientationTag)));
     }
     if (marker == kStartOfScan) {

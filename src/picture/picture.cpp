@@ -10,7 +10,10 @@
 #include "picture/gif.h"
 #include "picture/jpeg.h"
 #include "picture/png.h"
+#include "picture/pnm.h"
+#include "picture/tga.h"
 #include "picture/tiff.h"
+#include "picture/webp.h"
 #include "platform/input_file.h"
 
 namespace animate {
@@ -26,19 +29,33 @@ struct PictureType {
   std::optional<PictureFacts> (*read)(Bytes& bytes);
 };
 
-const PictureType* TypeOf(const std::string& start) {
+const PictureType* TypeOf(Bytes& content, const std::string& named) {
   static const PictureType kTypes[] = {{"png", "PNG", "\x89PNG\r\n\x1A\n", ReadPng},
                                        {"jpg", "JPEG", "\xFF\xD8\xFF", ReadJpeg},
                                        {"gif", "GIF", "GIF87a", ReadGif},
                                        {"gif", "GIF", "GIF89a", ReadGif},
                                        {"bmp", "BMP", "BM", ReadBmp},
                                        {"tif", "TIFF", {"II*\0", 4}, ReadTiff},
-                                       {"tif", "TIFF", {"MM\0*", 4}, ReadTiff}};
-  const auto* const type =
-      std::find_if(std::begin(kTypes), std::end(kTypes), [&](const PictureType& candidate) {
-        return start.compare(0, candidate.start.size(), candidate.start) == 0;
-      });
-  return type == std::end(kTypes) ? nullptr : type;
+                                       {"tif", "TIFF", {"MM\0*", 4}, ReadTiff},
+                                       {"tif", "TIFF", {"II+\0", 4}, ReadBigTiff},
+                                       {"tif", "TIFF", {"MM\0+", 4}, ReadBigTiff},
+                                       {"webp", "WebP", "RIFF", ReadWebp},
+                                       {"pnm", "PBM", "P1", ReadPnm},
+                                       {"pnm", "PGM", "P2", ReadPnm},
+                                       {"pnm", "PPM", "P3", ReadPnm},
+                                       {"pnm", "PBM", "P4", ReadPnm},
+                                       {"pnm", "PGM", "P5", ReadPnm},
+                                       {"pnm", "PPM", "P6", ReadPnm}};
+  static const PictureType kTga = {"tga", "TGA", "", ReadTga};
+  const std::string start = content.Text(0, 8);
+  const auto* const type = std::find_if(
+      std::begin(kTypes), std::end(kTypes),
+      [&](const PictureType& candidate) { return start.starts_with(candidate.start); });
+  if (type != std::end(kTypes)) {
+    return type;
+  }
+  // That type has no start of its own.
+  return named == kTga.extension && IsTga(content) ? &kTga : nullptr;
 }
 
 platform::SystemError Refused(const std::string& reason) {
@@ -68,11 +85,12 @@ platform::Result<PictureFacts> LookAtContent(Bytes& content, const std::filesyst
   if (content.Size() == 0) {
     return Refused("is empty");
   }
-  const PictureType* const type = TypeOf(content.Text(0, 8));
+  const std::string named = ImageType(name);
+  const PictureType* const type = TypeOf(content, named);
   if (type == nullptr) {
     return Refused("is no picture");
   }
-  if (ImageType(name) != type->extension) {
+  if (named != type->extension) {
     return Refused(std::string("is a ") + type->name + " picture, not what its name says");
   }
   const std::optional<PictureFacts> facts = type->read(content);
@@ -81,6 +99,9 @@ platform::Result<PictureFacts> LookAtContent(Bytes& content, const std::filesyst
   }
   if (facts->size.width <= 0 || facts->size.height <= 0) {
     return Refused("is damaged");
+  }
+  if (!facts->fault.empty()) {
+    return Refused(facts->fault);
   }
   return *facts;
 }

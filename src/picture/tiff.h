@@ -12,4 +12,7 @@ namespace animate {
 // do.
 std::optional<PictureFacts> ReadTiff(Bytes& bytes);
 
+// The same for the variant with 64-bit places, which no converter decodes.
+std::optional<PictureFacts> ReadBigTiff(Bytes& bytes);
+
 }  // namespace animate

@@ -17,6 +17,9 @@ class TiffDirectory {
   // Whether all entries are in the file, and the place of the next directory after them.
   bool IsWhole() const { return base_ + start_ + 2 + 12ULL * count_ + 4 <= bytes_.Size(); }
 
+  // Whether another directory follows, of another picture.
+  bool HasNext() { return Number(start_ + 2 + 12ULL * count_, 4) != 0; }
+
   // Where the entry with a tag is; 0 when there is none.
   std::uint64_t Find(unsigned tag);
 

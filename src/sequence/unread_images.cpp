@@ -13,10 +13,9 @@ namespace {
 
 // What cameras, renderers and viewers write besides the types that are read.
 constexpr std::string_view kUnread[] = {
-    "arw",  "avif", "cin",  "cr2",  "cr3",  "dds", "dng", "dpx", "emf", "eps", "exr",
-    "fits", "hdr",  "heic", "heif", "ico",  "j2k", "jp2", "jxl", "nef", "orf", "pam",
-    "pbm",  "pcx",  "pdf",  "pgm",  "pnm",  "ppm", "ps",  "psd", "qoi", "raf", "rgb",
-    "rw2",  "sgi",  "svg",  "tga",  "webp", "wmf", "xbm", "xpm"};
+    "arw", "avif", "cin",  "cr2", "cr3", "dds", "dng", "dpx", "emf", "eps", "exr", "fits",
+    "hdr", "heic", "heif", "ico", "j2k", "jp2", "jxl", "nef", "orf", "pam", "pcx", "pdf",
+    "ps",  "psd",  "qoi",  "raf", "rgb", "rw2", "sgi", "svg", "wmf", "xbm", "xpm"};
 
 }  // namespace
 
