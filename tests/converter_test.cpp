@@ -135,7 +135,7 @@ TEST(FindConverter, LooksInTheInstallationAndThenInThePath) {
   const auto find = [&](const char* installation, const std::string& path) {
     here.Set("TESSARA_DIR", installation);
     here.Set("PATH", path.c_str());
-    return animate::FindConverter("").parent_path();
+    return animate::FindConverters("").front().parent_path();
   };
   const auto write = [&](const TempFolder& folder, const std::string& path) {
     folder.Write(path + name);
@@ -152,8 +152,9 @@ TEST(FindConverter, LooksInTheInstallationAndThenInThePath) {
   EXPECT_EQ(find(one.Path().c_str(), both), two.Path());
   write(one, "TessaraPro64/");
   EXPECT_EQ(find(one.Path().c_str(), both), one.File("TessaraPro64"));
-  EXPECT_EQ(animate::FindConverter(two.File(name)), two.File(name));
-  EXPECT_THROW(animate::FindConverter(two.Path()), animate::Failure);
+  EXPECT_EQ(animate::FindConverters(two.File(name)),
+            std::vector<std::filesystem::path>{two.File(name)});
+  EXPECT_THROW(animate::FindConverters(two.Path()), animate::Failure);
 }
 
 }  // namespace

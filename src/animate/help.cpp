@@ -29,21 +29,22 @@ How long
 What it looks like
       --size WxH           fit the pictures into this size, their shape kept; also Wx, xH
       --background COLOUR  under transparent pixels and around smaller frames (white); #rrggbb
+      --levels LOW-HIGH    spread these values over all there are: 0-4095, or auto
       --quality N          from 1 to 100, larger is better and bigger (80); APNG is always exact
+      --max-size BYTES     the best that fits: 800kB, 10MB
 What is made
       --format EXT         where OUTPUT is missing or a folder (mp4)
       --overwrite          replace an existing OUTPUT
       --contact-sheet F    also a sheet of up to 48 frames, the file F.png, to look at
       --delete-frames      delete the frames used once the animation is in place and proven
-      --without-converter  merge GIF frames into a GIF without encoding them again; on Windows
-                           also any frames into an uncompressed AVI
+      --without-converter  a GIF of GIF frames as they are; on Windows also an uncompressed AVI
       --converter PATH     the ffmpeg to use
+      --threads N          let it use no more threads than these
 The rest
       --json               print a line of JSON in place of the closing line
       --rescue FOLDER      make frames again of copies that TessaraAnimationConsole left behind
   -q, --quiet              print nothing but errors
-  -h, --help               print this
-      --version            print the version
+  -h, --help, --version    print this, or the version
 
 Exit status: 0 the animation is in place and proven, 1 it is not, 2 wrong use, 130 interrupted.
 )";

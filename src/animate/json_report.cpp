@@ -43,6 +43,12 @@ void AddPlan(const Plan& plan, Json& json) {
   json["rate"] = film.rate.value;
   json["width"] = film.size.width;
   json["height"] = film.size.height;
+  if (film.format->hasQuality) {
+    json["quality"] = film.quality;
+  }
+  if (film.levels) {
+    json["levels"] = {film.levels->low, film.levels->high};
+  }
 }
 
 }  // namespace

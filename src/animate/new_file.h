@@ -22,12 +22,20 @@ class NewFile {
   // has come there meanwhile stays. Throws a Failure when it is not in its place then.
   void PutInPlace(bool replace);
 
+  // The same, but unless Keep is called what was there comes back when its owner goes. Between its
+  // leaving and the coming of the new file nothing is there.
+  void PutInPlaceForNow(bool replace);
+  void Keep();
+
   // Whether a name is one that this class gives.
   static bool IsName(const std::filesystem::path& name);
 
  private:
   std::filesystem::path place_;
   std::filesystem::path path_;
+  // What comes back, if anything.
+  std::filesystem::path old_;
+  bool isForNow_ = false;
 };
 
 }  // namespace animate

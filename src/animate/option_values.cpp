@@ -108,6 +108,47 @@ int ReadQuality(const std::string& text) {
   return static_cast<int>(quality);
 }
 
+int ReadThreads(const std::string& text) {
+  constexpr std::size_t kMost = 1024;
+  const std::size_t threads = SmallNumberIn(text);
+  if (threads < 1 || threads > kMost) {
+    RefuseUse("--threads: " + Quoted(text) + " is not a whole number from 1 to 1024");
+  }
+  return static_cast<int>(threads);
+}
+
+std::uint64_t ReadBytes(const std::string& text) {
+  static const std::map<std::string, double> kUnits = {{"kb", 1e3}, {"mb", 1e6}, {"gb", 1e9}};
+  const std::size_t end = std::min(text.find_first_not_of("0123456789."), text.size());
+  const auto unit =
+      kUnits.find(LowerCase(text.substr(std::min(text.find_first_not_of(' ', end), text.size()))));
+  const std::string number = text.substr(0, end);
+  const double bytes = unit != kUnits.end() && IsDecimal(number)
+                           ? std::strtod(number.c_str(), nullptr) * unit->second
+                           : 0;
+  constexpr double kMost = 1e15;
+  if (!(bytes >= 1 && bytes <= kMost)) {
+    RefuseUse("--max-size: " + Quoted(text) + " is not a size like 800kB, 10MB or 1.5GB");
+  }
+  return static_cast<std::uint64_t>(bytes);
+}
+
+std::optional<Levels> ReadLevels(const std::string& text) {
+  if (text == "auto") {
+    return std::nullopt;
+  }
+  const std::size_t mark = std::min(text.find('-'), text.size());
+  const std::string low = text.substr(0, mark);
+  const std::string high = mark == text.size() ? "" : text.substr(mark + 1);
+  constexpr std::size_t kMost = 0xFFFF;
+  if (!IsWhole(low) || SmallNumberIn(high) <= SmallNumberIn(low) || SmallNumberIn(high) > kMost) {
+    RefuseUse("--levels: " + Quoted(text) +
+              " is neither auto nor LOW-HIGH with whole numbers up to 65535, like 0-4095");
+  }
+  return Levels{static_cast<std::uint32_t>(SmallNumberIn(low)),
+                static_cast<std::uint32_t>(SmallNumberIn(high))};
+}
+
 std::size_t ReadEvery(const std::string& text) {
   const std::size_t every = SmallNumberIn(text);
   if (every == 0) {

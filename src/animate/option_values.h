@@ -2,10 +2,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "film/colour.h"
+#include "film/levels.h"
 #include "film/rate.h"
 #include "film/size.h"
 #include "sequence/decimal.h"
@@ -30,6 +33,15 @@ Colour ReadColour(const std::string& text);
 
 // From 1 to 100.
 int ReadQuality(const std::string& text);
+
+// From 1 to 1024.
+int ReadThreads(const std::string& text);
+
+// "10MB", "1.5 GB" or "800kB", in thousands.
+std::uint64_t ReadBytes(const std::string& text);
+
+// "LOW-HIGH", or nothing for "auto".
+std::optional<Levels> ReadLevels(const std::string& text);
 
 std::size_t ReadEvery(const std::string& text);
 

@@ -154,6 +154,13 @@ void TakeShape(const OptionWords& words, Options& options) {
   if (const auto quality = words.Value("--quality")) {
     options.quality = ReadQuality(*quality);
   }
+  if (const auto levels = words.Value("--levels")) {
+    options.levels = ReadLevels(*levels);
+    options.hasAutoLevels = !options.levels;
+  }
+  if (const auto bytes = words.Value("--max-size")) {
+    options.maxBytes = ReadBytes(*bytes);
+  }
   options.fillGaps = words.Has("--fill-gaps");
 }
 
@@ -167,6 +174,9 @@ void TakeWork(const OptionWords& words, Options& options) {
   }
   if (const auto converter = words.Value("--converter")) {
     options.converter = ReadPath(*converter, "--converter");
+  }
+  if (const auto threads = words.Value("--threads")) {
+    options.threads = ReadThreads(*threads);
   }
   if (const auto rescue = words.Value("--rescue")) {
     options.rescue = ReadPath(*rescue, "--rescue");
@@ -189,6 +199,8 @@ void CheckTogether(const OptionWords& words) {
       {"--size", "--without-converter", "another size needs the converter"},
       {"--quality", "--without-converter", "nothing is lost there"},
       {"--background", "--without-converter", "another ground needs the converter"},
+      {"--levels", "--without-converter", "other colours need the converter"},
+      {"--max-size", "--without-converter", "nothing is lost there"},
       {"--contact-sheet", "--each", "there is one sheet, and several animations"},
       {"--join", "--each", "one makes one animation of all parts, the other one of each"},
       {"--fill-gaps", "--speed", "by time each frame stands until the next one's anyway"},

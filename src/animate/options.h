@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "animate/option_values.h"
 #include "film/format.h"
+#include "film/levels.h"
 #include "sequence/range.h"
 
 namespace animate {
@@ -43,12 +45,19 @@ struct Options {
   std::optional<Decimal> speed;
   // How much longer the last frame stands, in seconds.
   double hold = 0;
-  // From 1 to 100.
-  int quality = 80;
+  // From 1 to 100; nothing for the usual one.
+  std::optional<int> quality;
+  // The largest that the animation may be.
+  std::optional<std::uint64_t> maxBytes;
+  // The values of colours that are spread; or those that the frames have are.
+  std::optional<Levels> levels;
+  bool hasAutoLevels = false;
   // Nothing for the frames' own; a side of 0 is left to their shape.
   std::optional<Size> size;
   // What transparent pixels are laid on; nothing where they may stay so.
   std::optional<Colour> background;
+  // Of the converter; 0 for as many as it likes.
+  int threads = 0;
   bool overwrite = false;
   bool list = false;
   bool fillGaps = false;

@@ -11,7 +11,6 @@
 #include "film/interruption.h"
 #include "film/quoted.h"
 #include "picture/picture.h"
-#include "text/number.h"
 
 namespace animate {
 namespace {
@@ -70,6 +69,9 @@ struct LookedAt {
   // As wide as the widest of the good ones and as high as the highest, as they are seen.
   Size canvas;
   bool hasSeveralSizes = false;
+  bool isDeep = false;
+  // Those whose files hold more pictures after the first.
+  std::vector<std::size_t> withMore;
   Transparency transparency = Transparency::kNone;
 };
 
@@ -99,7 +101,12 @@ LookedAt LookAtFrames(const fs::path& folder, const std::vector<FoundFrame>& fou
     all.hasSeveralSizes = all.hasSeveralSizes || (!isFirst && seen != all.canvas);
     all.canvas = {std::max(all.canvas.width, seen.width), std::max(all.canvas.height, seen.height)};
     all.transparency = std::max(all.transparency, picture->facts.transparency);
-    all.frames.push_back({std::move(path), picture->facts.turn, picture->status});
+    all.isDeep = all.isDeep || picture->facts.isDeep;
+    if (picture->facts.hasMore) {
+      all.withMore.push_back(all.frames.size());
+    }
+    all.frames.push_back(
+        {std::move(path), picture->facts.turn, picture->facts.turnAt, picture->status});
   }
   return all;
 }
@@ -123,27 +130,44 @@ Film::FreePixels FreePixelsOf(const Options& options, Transparency transparency)
              : Film::FreePixels::kLaid;
 }
 
+// The levels that are given; those that are to be measured are not known yet.
+std::optional<Levels> LevelsOf(const Options& options, bool isDeep) {
+  const std::uint32_t most = isDeep ? 0xFFFF : 0xFF;
+  if (options.levels && options.levels->high > most) {
+    throw Failure("--levels: the frames have values up to " + std::to_string(most));
+  }
+  return options.levels;
+}
+
+// With a limit on the bytes the best that fits is wanted.
+int QualityOf(const Options& options) {
+  constexpr int kUsual = 80;
+  constexpr int kBest = 100;
+  return options.quality.value_or(options.maxBytes ? kBest : kUsual);
+}
+
 Film MakeFilm(const Options& options, const Findings& found, const Timing& timing,
               LookedAt&& looked) {
   std::vector<std::size_t> shown;
   for (const std::size_t index : timing.shown) {
     shown.push_back(looked.places[index]);
   }
-  const Size planned = PlannedSize(options, looked.canvas);
-  return {.frames = std::move(looked.frames),
-          .shown = std::move(shown),
-          .frameType = found.extension,
-          .canvas = looked.canvas,
-          .hasSeveralSizes = looked.hasSeveralSizes,
-          .freePixels = FreePixelsOf(options, looked.transparency),
-          .background = options.background.value_or(Colour()),
-          .format = options.format,
-          .quality = options.quality,
-          .rate = options.rate,
-          .planned = planned,
-          .size = options.format->needsEvenSides
-                      ? Size{RaisedToEven(planned.width), RaisedToEven(planned.height)}
-                      : planned};
+  Film film = {.frames = std::move(looked.frames),
+               .shown = std::move(shown),
+               .frameType = found.extension,
+               .canvas = looked.canvas,
+               .hasSeveralSizes = looked.hasSeveralSizes,
+               .isDeep = looked.isDeep,
+               .levels = LevelsOf(options, looked.isDeep),
+               .freePixels = FreePixelsOf(options, looked.transparency),
+               .background = options.background.value_or(Colour()),
+               .format = options.format,
+               .quality = QualityOf(options),
+               .rate = options.rate,
+               .planned = {},
+               .size = {}};
+  SetPlanned(film, PlannedSize(options, film.canvas));
+  return film;
 }
 
 // Throws a Failure when frames cannot be shown as they are in files that are made without the
@@ -192,6 +216,7 @@ Plan MakePlan(const Options& options, const FoundFrames& found, const Timing& ti
   const Way way = ChooseWay(options, found.findings.extension);
   LookedAt looked = LookAtFrames(found.folder, found.findings.frames);
   std::vector<BadFrame> bad = std::move(looked.bad);
+  std::vector<std::size_t> withMore = std::move(looked.withMore);
   Film film = MakeFilm(options, found.findings, timing, std::move(looked));
   if (bad.size() == film.frames.size()) {
     throw BadFramesFailure(film, std::move(bad));
@@ -206,7 +231,8 @@ Plan MakePlan(const Options& options, const FoundFrames& found, const Timing& ti
           .output = std::move(output),
           .contactSheet = options.contactSheet,
           .replace = options.overwrite,
-          .bad = std::move(bad)};
+          .bad = std::move(bad),
+          .withMore = std::move(withMore)};
 }
 
 }  // namespace animate

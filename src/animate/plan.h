@@ -23,6 +23,8 @@ struct Plan {
   bool replace = false;
   // Frames that were found bad when they were looked at; the film shows them still.
   std::vector<BadFrame> bad;
+  // Frames whose files hold more pictures after the first, which is the one that is shown.
+  std::vector<std::size_t> withMore;
 };
 
 // Makes the plan and looks at every frame. Throws a Failure when the animation cannot be made in

@@ -1,5 +1,6 @@
 #include "animate/report.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -118,6 +119,20 @@ void PrintPlan(const Plan& plan) {
             std::to_string(film.shown.size()) + " frames" +
             (held == 0 ? "" : " (" + std::to_string(held) + " of them held)") + " at " +
             film.rate.text + " frames a second, " + ShownSize(film.size));
+  std::vector<std::string> items;
+  for (const std::size_t frame : plan.withMore) {
+    items.push_back(platform::TextOfPath(film.frames[frame].path.filename()));
+  }
+  if (!items.empty()) {
+    PrintNote("pictures: " + Count(items.size(), "file holds", "files hold") +
+              " several, of which the first is shown: " + Listed(items));
+  }
+  const Size most = film.format->largestShown;
+  if (most.width != 0 && (std::max(film.size.width, film.size.height) > most.width ||
+                          std::min(film.size.width, film.size.height) > most.height)) {
+    PrintNote("size: larger than the " + ShownSize(most) +
+              " that most players show; --size makes it smaller");
+  }
   if (film.hasSeveralSizes) {
     PrintNote("sizes: the frames have several; each is in the middle of " + ShownSize(film.canvas));
   }
@@ -129,7 +144,23 @@ void PrintPlan(const Plan& plan) {
   }
 }
 
-std::string ResultText(const Account& account, BadFrames how) {
+void PrintLevels(const Levels& levels, const Options& options) {
+  if (!options.quiet) {
+    PrintNote("levels: the frames have values from " + std::to_string(levels.low) + " to " +
+              std::to_string(levels.high) + ", which are spread");
+  }
+}
+
+void PrintIfDim(const Levels& levels, bool isDeep) {
+  const std::uint32_t most = isDeep ? 0xFFFF : 0xFF;
+  if (levels.low < levels.high && (levels.high - levels.low) * 4 < most) {
+    PrintNote("levels: the frames use only " + std::to_string(levels.low) + " to " +
+              std::to_string(levels.high) + " of 0 to " + std::to_string(most) +
+              "; --levels auto spreads that");
+  }
+}
+
+std::string ResultText(const Account& account, const Options& options) {
   const Plan& plan = *account.plan;
   const Measurement& measured = *account.measured;
   char length[32];
@@ -137,10 +168,13 @@ std::string ResultText(const Account& account, BadFrames how) {
   const std::string bad = plan.bad.empty()
                               ? ""
                               : ", " + Count(plan.bad.size(), "bad frame", "bad frames") +
-                                    (how == BadFrames::kHold ? " held over" : " skipped");
+                                    (options.bad == BadFrames::kHold ? " held over" : " skipped");
+  const std::string chosen = options.maxBytes && plan.film.format->hasQuality
+                                 ? ", quality " + std::to_string(plan.film.quality)
+                                 : "";
   return platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
          " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
-         ShownSize(measured.size) + ", " + ShownBytes(account.bytes) +
+         ShownSize(measured.size) + chosen + ", " + ShownBytes(account.bytes) +
          (measured.likeness ? ", all compared, colours within " +
                                   std::to_string(measured.likeness->difference) + " of 255"
                             : "") +

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "animate/account.h"
+#include "animate/options.h"
 #include "animate/plan.h"
 #include "sequence/findings.h"
 
@@ -39,8 +40,14 @@ void PrintBad(const Plan& plan, BadFrames how);
 // Prints what is going to be made, as notes.
 void PrintPlan(const Plan& plan);
 
+// Notes between which values the colours of the frames are spread.
+void PrintLevels(const Levels& levels, const Options& options);
+
+// Notes that the frames use less than a quarter of the values that they could have, if so.
+void PrintIfDim(const Levels& levels, bool isDeep);
+
 // The closing line of an animation that is in its place.
-std::string ResultText(const Account& account, BadFrames how);
+std::string ResultText(const Account& account, const Options& options);
 
 // Names frames that were not deleted, each with the reason, of `count` that were to be.
 void PrintKept(const std::vector<std::string>& kept, std::size_t count);

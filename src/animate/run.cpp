@@ -79,7 +79,7 @@ std::vector<BadFrame> Together(std::vector<BadFrame> bad, const std::vector<BadF
     Film rest = plan.film;
     TakeOut(plan.bad, BadFrames::kSkip, false, rest);
     if (plan.way == Way::kConverter) {
-      more = FindUndecodable(rest, options.converter);
+      more = FindUndecodable(rest, options);
     }
   } catch (const Failure& failure) {
     if (failure.Status() == ExitStatus::kInterrupted) {
@@ -90,18 +90,17 @@ std::vector<BadFrame> Together(std::vector<BadFrame> bad, const std::vector<BadF
   throw BadFramesFailure(plan.film, Together(plan.bad, more));
 }
 
-Measurement MakeOnce(const Plan& plan, const Options& options, const NewFile& animation,
-                     const std::optional<NewFile>& sheet) {
+Made MakeOnce(const Plan& plan, const Options& options, const NewFile& animation,
+              const std::optional<NewFile>& sheet) {
   switch (plan.way) {
     case Way::kMergedGifs:
-      return MergeGifs(plan.film, animation.Path());
+      return {plan.film, MergeGifs(plan.film, animation.Path())};
     case Way::kUncompressedAvi:
-      return MakeUncompressedAvi(plan.film, animation.Path());
+      return {plan.film, MakeUncompressedAvi(plan.film, animation.Path())};
     case Way::kConverter:
       break;
   }
-  return MakeWithConverter(plan, animation.Path(), sheet ? sheet->Path() : "", options.converter,
-                           options.quiet);
+  return MakeWithConverter(plan, options, animation.Path(), sheet ? sheet->Path() : "");
 }
 
 void Announce(const Plan& plan, const Options& options) {
@@ -113,8 +112,8 @@ void Announce(const Plan& plan, const Options& options) {
 
 // Makes the animation; once more without the bad frames that the converter finds, when they are not
 // to be refused.
-Measurement Make(Plan& plan, const Options& options, const NewFile& animation,
-                 const std::optional<NewFile>& sheet) {
+Made Make(Plan& plan, const Options& options, const NewFile& animation,
+          const std::optional<NewFile>& sheet) {
   Announce(plan, options);
   try {
     return MakeOnce(plan, options, animation, sheet);
@@ -142,17 +141,21 @@ void MakeAnimation(const Options& options, Account& account) {
   if (!plan.contactSheet.empty()) {
     sheet.emplace(plan.contactSheet);
   }
-  const Measurement measured = Make(plan, options, animation, sheet);
+  Made made = Make(plan, options, animation, sheet);
   StopIfInterrupted();
   CheckUnchanged(plan.film);
+  if (sheet) {
+    sheet->PutInPlaceForNow(plan.replace);
+  }
   animation.PutInPlace(plan.replace);
   if (sheet) {
-    sheet->PutInPlace(plan.replace);
+    sheet->Keep();
   }
   if (options.deleteFrames) {
     DeleteFrames(plan.film);
   }
-  account.measured = measured;
+  plan.film = std::move(made.film);
+  account.measured = made.measured;
   account.bytes = platform::QueryStatus(plan.output).size;
 }
 
@@ -208,7 +211,7 @@ ExitStatus MakeOne(const Options& options, const std::function<FoundFrames()>& f
   if (account.files) {
     PrintText(options.json ? JsonOf(account) : ListText(account));
   } else if (options.json || !options.quiet) {
-    PrintClosing(options.json ? JsonOf(account) : ResultText(account, options.bad));
+    PrintClosing(options.json ? JsonOf(account) : ResultText(account, options));
   }
   return ExitStatus::kSuccess;
 }

@@ -5,6 +5,7 @@
 
 #include "converter/frame_words.h"
 #include "converter/planned_picture.h"
+#include "converter/small_pictures.h"
 #include "film/failure.h"
 #include "platform/paths.h"
 
@@ -15,6 +16,7 @@ constexpr std::size_t kMostOnSheet = 48;
 constexpr std::size_t kMostColumns = 8;
 // In pixels.
 constexpr int kCellWidth = 240;
+constexpr int kBorder = 4;
 
 // The film of the frames on the sheet, of which each picture is a cell.
 Film FilmOfSheet(const Film& film) {
@@ -24,6 +26,7 @@ Film FilmOfSheet(const Film& film) {
   const auto height = static_cast<long long>(film.canvas.height) * width / film.canvas.width;
   sheet.planned = {width, std::max(static_cast<int>(height), 1)};
   sheet.size = sheet.planned;
+  sheet.quality = 100;
   if (film.freePixels == Film::FreePixels::kKept) {
     sheet.freePixels = Film::FreePixels::kLaid;
   }
@@ -44,19 +47,37 @@ std::vector<std::size_t> FramesOnSheet(const Film& film) {
 void MakeContactSheet(const Converter& converter, const Film& film, const Staging& staging,
                       const std::filesystem::path& target) {
   const Film cells = FilmOfSheet(film);
-  const std::size_t count = cells.shown.size();
-  const std::size_t columns = std::min(count, kMostColumns);
-  const std::size_t rows = (count + columns - 1) / columns;
-  const std::string tile =
-      ",tile=" + std::to_string(columns) + "x" + std::to_string(rows) + ":padding=4:margin=4";
-  const auto made = converter.MakePictures(
-      Joined(InputWords(film, staging.SheetPattern()),
-             Words{"-vf", PlannedPicture(cells) + tile, "-frames:v", "1", "-pix_fmt", "rgb24",
-                   "-c:v", "png", "-f", "image2pipe", platform::ArgumentOfPath(target)}),
-      staging.Folder(), [](std::size_t) {});
-  if (!made) {
-    throw Failure(made.Reason());
-  }
+  const std::size_t columns = std::min(cells.shown.size(), kMostColumns);
+  const std::size_t rows = (cells.shown.size() + columns - 1) / columns;
+  const std::string tile = "tile=" + std::to_string(columns) + "x" + std::to_string(rows) +
+                           ":padding=" + std::to_string(kBorder) +
+                           ":margin=" + std::to_string(kBorder);
+  const std::string planned = "planned_sheet.rgb";
+  const auto run = [&](const Words& words) {
+    if (const auto made = converter.MakePictures(words, staging.Folder(), [](std::size_t) {});
+        !made) {
+      throw Failure(made.Reason());
+    }
+  };
+  run(Joined(converter.Threads(), InputWords(film, staging.SheetPattern()),
+             Words{"-filter_complex", "[0:v]" + PlannedPicture(cells) + ",split[a][b];[a]" + tile +
+                                          "[sheet];[b]" + PlannedInSmall(cells) + "[small]"},
+             Words{"-map", "[sheet]", "-frames:v", "1", "-pix_fmt", "rgb24", "-c:v", "png"},
+             converter.Threads(), Words{"-f", "image2pipe", platform::ArgumentOfPath(target)},
+             Words{"-map", "[small]", "-c:v", "rawvideo", "-f", "rawvideo", planned}));
+  // The finished sheet, looked at cell by cell.
+  const std::string seen = "seen_sheet.rgb";
+  const auto step = [](int side) { return std::to_string(side + kBorder); };
+  const std::string cell = "crop=" + std::to_string(cells.size.width) + ":" +
+                           std::to_string(cells.size.height) + ":" + std::to_string(kBorder) +
+                           "+mod(n\\," + std::to_string(columns) + ")*" + step(cells.size.width) +
+                           ":" + std::to_string(kBorder) + "+floor(n/" + std::to_string(columns) +
+                           ")*" + step(cells.size.height);
+  run({"-f", "png_pipe", "-i", platform::ArgumentOfPath(target), "-vf",
+       "loop=" + std::to_string(cells.shown.size() - 1) + ":1:0," + cell + "," +
+           PlannedInSmall(cells),
+       "-vsync", "0", "-c:v", "rawvideo", "-f", "rawvideo", seen});
+  ComparePictures(cells, staging.Folder() / planned, staging.Folder() / seen);
 }
 
 }  // namespace animate

@@ -15,8 +15,8 @@ namespace animate {
 // all that are shown, the first and the last among them.
 std::vector<std::size_t> FramesOnSheet(const Film& film);
 
-// Makes the sheet, a PNG, as the file `target`, which is there and empty. Throws a Failure when the
-// converter reports any error.
+// Makes the sheet, a PNG, as the file `target`, which is there and empty, and proves it. Throws a
+// Failure when the converter reports any error, and when a cell is not its frame.
 void MakeContactSheet(const Converter& converter, const Film& film, const Staging& staging,
                       const std::filesystem::path& target);
 

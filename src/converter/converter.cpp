@@ -65,7 +65,11 @@ platform::ProcessEnd Converter::Run(
     const Words& arguments, const std::filesystem::path& folder,
     const std::function<void(const std::string&)>& outputLine,
     const std::function<void(const std::string&)>& errorLine) const {
-  const Words common = {"-hide_banner", "-nostdin", "-v", "level+error", "-y"};
+  const std::string count = std::to_string(threads_);
+  const Words filters =
+      threads_ == 0 ? Words() : Words{"-filter_threads", count, "-filter_complex_threads", count};
+  const Words common =
+      Joined(Words{"-hide_banner", "-nostdin", "-v", "level+error", "-y"}, filters);
   platform::ProcessEnd end = OrFail(
       platform::RunWatched(program_, Joined(common, arguments), folder, outputLine, errorLine),
       "the converter " + Quoted(program_) + " cannot be started");
@@ -75,15 +79,12 @@ platform::ProcessEnd Converter::Run(
   return end;
 }
 
-void Converter::CheckEncoder(const std::string& codec, const std::string& extension) const {
+std::optional<bool> Converter::HasEncoder(const std::string& codec) const {
   bool hasEncoder = false;
   const auto result = ReadOutput(
       {"-encoders"}, platform::ProgramFolder(),
       [&](const std::string& line) { hasEncoder = hasEncoder || IsEncoder(line, codec); });
-  if (result && !hasEncoder) {
-    throw Failure("the converter " + Quoted(program_) + " cannot make a " + extension +
-                  " file: it has no encoder for " + codec);
-  }
+  return result ? std::optional(hasEncoder) : std::nullopt;
 }
 
 }  // namespace animate

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "converter/words.h"
@@ -17,8 +18,15 @@ namespace animate {
 // started.
 class Converter {
  public:
-  // The converter is the program at `program`.
-  explicit Converter(std::filesystem::path program) : program_(std::move(program)) {}
+  // The converter is the program at `program`; it decodes, filters and encodes with `threads`
+  // threads each, or with 0 with as many as it likes.
+  Converter(std::filesystem::path program, int threads)
+      : program_(std::move(program)), threads_(threads) {}
+
+  // The words in front of an input or an output that limit its threads.
+  Words Threads() const {
+    return threads_ == 0 ? Words() : Words{"-threads", std::to_string(threads_)};
+  }
 
   // Has it make pictures, with `arguments` in `folder`. `progress` gets the number of those that
   // are done. Returns how many it says that it has made.
@@ -37,10 +45,11 @@ class Converter {
   void ReadMessages(const Words& arguments, const std::filesystem::path& folder,
                     const std::function<void(const std::string&)>& message) const;
 
-  // Throws a Failure when the converter lacks the encoder for `codec`, with which a file with the
-  // extension `extension` was to be made. Costs a start of it, so it is called only to explain why
-  // something failed.
-  void CheckEncoder(const std::string& codec, const std::string& extension) const;
+  // Whether it has the encoder `codec`; nothing where it does not say. Costs a start of it, so it
+  // is asked only when something has failed.
+  std::optional<bool> HasEncoder(const std::string& codec) const;
+
+  const std::filesystem::path& Program() const { return program_; }
 
  private:
   platform::ProcessEnd Run(const Words& arguments, const std::filesystem::path& folder,
@@ -48,6 +57,7 @@ class Converter {
                            const std::function<void(const std::string&)>& errorLine) const;
 
   std::filesystem::path program_;
+  int threads_;
 };
 
 }  // namespace animate

@@ -19,14 +19,14 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
     }
   };
   const Recipe& recipe = RecipeFor(*film.format);
-  const Words input = InputWords(film, staging.Pattern());
-  const Words output =
-      Joined(EncodingWords(film), Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
+  const Words input = Joined(converter.Threads(), InputWords(film, staging.Pattern()));
+  const Words output = Joined(EncodingWords(film), converter.Threads(),
+                              Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
   const Words small = {"-map", "[small]", "-c:v", "rawvideo", "-f", "rawvideo", kPlannedPictures};
   const std::string planned = "[0:v]" + PlannedPicture(film);
   // What comes of a planned picture, on its way to the film and in small.
   const auto graph = [&](const std::string& way) {
-    return planned + ",split[a][b];[a]" + way + "[film];[b]" + SmallPicture(film) + "[small]";
+    return planned + ",split[a][b];[a]" + way + "[film];[b]" + PlannedInSmall(film) + "[small]";
   };
   if (!recipe.hasPalette) {
     run(Joined(input, Words{"-filter_complex", graph(ColourFilter(film)), "-map", "[film]"}, output,

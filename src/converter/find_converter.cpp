@@ -1,7 +1,8 @@
 #include "converter/find_converter.h"
 
+#include <algorithm>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "film/failure.h"
 #include "film/quoted.h"
@@ -27,22 +28,27 @@ std::vector<fs::path> FoldersToSearch() {
 
 }  // namespace
 
-fs::path FindConverter(const fs::path& wanted) {
+std::vector<fs::path> FindConverters(const fs::path& wanted) {
   if (!wanted.empty()) {
     if (platform::QueryStatus(wanted).kind != platform::FileKind::kFile) {
       throw Failure("--converter: " + Quoted(wanted) + " is no file");
     }
-    return wanted;
+    return {wanted};
   }
   const std::string name = platform::ExecutableFileName("ffmpeg");
+  std::vector<fs::path> programs;
   for (const fs::path& folder : FoldersToSearch()) {
     fs::path program = platform::FullPath(folder / name);
-    if (!folder.empty() && platform::IsProgram(program)) {
-      return program;
+    if (!folder.empty() && platform::IsProgram(program) &&
+        std::find(programs.begin(), programs.end(), program) == programs.end()) {
+      programs.push_back(std::move(program));
     }
   }
-  throw Failure("no converter can be found: put " + name +
-                " beside this program or into PATH, or say with --converter where it is");
+  if (programs.empty()) {
+    throw Failure("no converter can be found: put " + name +
+                  " beside this program or into PATH, or say with --converter where it is");
+  }
+  return programs;
 }
 
 }  // namespace animate

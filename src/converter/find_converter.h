@@ -2,11 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 namespace animate {
 
-// Chooses the program at `wanted`, or else, when that is empty, the first that is beside this
-// program, under TESSARA_DIR or in PATH and may be started. Throws a Failure when there is none.
-std::filesystem::path FindConverter(const std::filesystem::path& wanted);
+// The programs that can be the converter, the best first: the one at `wanted` alone, or, when that
+// is empty, those beside this program, under TESSARA_DIR and in PATH that may be started. Throws a
+// Failure when there is none.
+std::vector<std::filesystem::path> FindConverters(const std::filesystem::path& wanted);
 
 }  // namespace animate

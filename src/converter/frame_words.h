@@ -1,7 +1,6 @@
 // The converter's words for taking frames in.
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include "converter/words.h"
@@ -9,7 +8,10 @@
 
 namespace animate {
 
-// How the frames under the names of `pattern` are read, from the one with the number `first` on.
-Words InputWords(const Film& film, const std::string& pattern, std::size_t first = 1);
+// Whether the same filters go on at a frame of another size or form, or begin anew.
+enum class Filters { kOfAll, kOfEachSize };
+
+// How the frames under the names of `pattern`, numbered from 1 on, are read.
+Words InputWords(const Film& film, const std::string& pattern, Filters filters = Filters::kOfAll);
 
 }  // namespace animate

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <map>
 #include <vector>
@@ -58,13 +59,31 @@ bool EndsBelow(Turn turn) {
          turn == Turn::kMirrorRight;
 }
 
+// Spreads the colours between two values over all there are.
+std::string Spread(const Levels& levels, std::uint32_t most) {
+  const std::string value = "'clip(round((val-" + std::to_string(levels.low) + ")*" +
+                            std::to_string(most) + "/" + std::to_string(levels.high - levels.low) +
+                            "),0," + std::to_string(most) + ")'";
+  return ",lutrgb=r=" + value + ":g=" + value + ":b=" + value;
+}
+
+// The colours as they are planned, in red, green and blue of 8 or 16 bits.
+std::string PlannedColours(const Film& film) {
+  const bool hasFree = film.freePixels != Film::FreePixels::kNone;
+  const std::string usual = hasFree ? "rgba" : "rgb24";
+  if (!film.isDeep || (!film.format->isDeep && !film.levels)) {
+    return usual + (film.levels ? Spread(*film.levels, 0xFF) : "");
+  }
+  return (hasFree ? "rgba64le" : "rgb48le") + (film.levels ? Spread(*film.levels, 0xFFFF) : "") +
+         (film.format->isDeep ? "" : ",format=" + usual);
+}
+
 // Brings frames that are turned alike into the canvas. What is odd in the border goes right and
 // below in the picture as it is seen.
 std::string OnCanvas(const Film& film, Turn turn) {
   // The first filter follows pictures whose size or form changes; others would take them for those
   // before.
-  std::string filter = std::string("scale=iw:ih:eval=frame,format=") +
-                       (film.freePixels == Film::FreePixels::kNone ? "rgb24" : "rgba");
+  std::string filter = "scale=iw:ih:eval=frame,format=" + PlannedColours(film);
   if (film.hasSeveralSizes) {
     const Size stored =
         IsSideways(turn) ? Size{film.canvas.height, film.canvas.width} : film.canvas;
@@ -98,10 +117,6 @@ std::string TurnedFrames(const Film& film) {
   if (conditions.size() == 1) {
     return OnCanvas(film, conditions.begin()->first);
   }
-  if (film.frameType == "jpg") {
-    // The converter begins anew where the turn of such frames changes, and forgets what was before.
-    throw Failure("the frames are turned in different ways (EXIF), which cannot be one film yet");
-  }
   // What a command line has room for.
   constexpr std::size_t kMost = 20'000;
   const std::string count = std::to_string(conditions.size());
@@ -133,6 +148,12 @@ Size Fitted(Size size, Size box) {
 
 }  // namespace
 
+std::string ScaleFilter(Size size, const std::string& how) {
+  // Without the last flags the colours of each two columns become one, and that of a last odd
+  // column is mixed with black.
+  return WithSize("scale", size) + ":flags=" + how + "+full_chroma_inp+full_chroma_int";
+}
+
 std::string LaidOn(const Colour& colour) {
   // The ground is made of the pictures themselves, so that it has their times.
   return ",split[over][under];[under]lutrgb=r=" + std::to_string(colour.red) +
@@ -149,7 +170,7 @@ std::string PlannedPicture(const Film& film) {
     const Size fitted = Fitted(film.canvas, film.planned);
     const bool isKept = film.freePixels == Film::FreePixels::kKept;
     filter +=
-        WithSize(",scale", fitted) +
+        "," + ScaleFilter(fitted, "bicubic") +
         (fitted == film.planned ? ""
                                 : WithSize(",pad", film.planned) + ":(ow-iw)/2:(oh-ih)/2:color=" +
                                       (isKept ? "black@0" : ColourText(film.background)));

@@ -13,6 +13,9 @@ namespace animate {
 // format needs even sides. In red, green and blue.
 std::string PlannedPicture(const Film& film);
 
+// The filter that brings pictures to a size; `how` is the converter's name of the algorithm.
+std::string ScaleFilter(Size size, const std::string& how);
+
 // The filters that lay transparent pixels on a colour; what comes has to be rgba.
 std::string LaidOn(const Colour& colour);
 

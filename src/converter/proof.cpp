@@ -20,41 +20,30 @@ std::string Shown(double seconds) {
   return &text[0];
 }
 
+// Reads the file once: its packets as they are, and its pictures into the file `seen` in `folder`.
 Packets ReadBack(const Converter& converter, const Film& film, const std::filesystem::path& target,
-                 const std::filesystem::path& folder) {
+                 const std::filesystem::path& folder, const std::string& seen) {
   Packets packets;
-  const auto read = converter.ReadOutput(
-      {"-f", RecipeFor(*film.format).demuxer, "-i", platform::ArgumentOfPath(target), "-map",
-       "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", "pipe:1"},
-      folder, [&](const std::string& line) { packets.Take(line); });
+  const Words input = Joined(converter.Threads(), DecoderWords(film),
+                             Words{"-i", platform::ArgumentOfPath(target)});
+  const Words list = {"-map", "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", "pipe:1"};
+  const Words pictures = {"-map", "0:v:0",    "-vsync", "0",        "-vf", SeenInSmall(film),
+                          "-c:v", "rawvideo", "-f",     "rawvideo", seen};
+  const auto read = converter.ReadOutput(Joined(input, list, pictures), folder,
+                                         [&](const std::string& line) { packets.Take(line); });
   if (!read) {
     throw Failure("the finished file cannot be read back: " + read.Reason());
   }
   return packets;
 }
 
-Likeness Compare(const Converter& converter, const Film& film, const std::filesystem::path& target,
-                 const std::filesystem::path& folder) {
-  const std::string seen = "seen.rgb";
-  const auto looked = converter.MakePictures(
-      {"-f", RecipeFor(*film.format).demuxer, "-i", platform::ArgumentOfPath(target), "-map",
-       "0:v:0", "-vsync", "0", "-vf", SeenColours(film) + "," + SmallPicture(film), "-f",
-       "rawvideo", seen},
-      folder, [](std::size_t) {});
-  if (!looked) {
-    throw Failure("the finished file cannot be looked at: " + looked.Reason());
-  }
-  return ComparePictures(film, folder / kPlannedPictures, folder / seen);
-}
-
 }  // namespace
 
 Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
                   const std::filesystem::path& folder) {
-  Measurement measured = Measured(film, ReadBack(converter, film, target, folder));
-  if (CanCompare(*film.format)) {
-    measured.likeness = Compare(converter, film, target, folder);
-  }
+  const std::string seen = "seen.rgb";
+  Measurement measured = Measured(film, ReadBack(converter, film, target, folder, seen));
+  measured.likeness = ComparePictures(film, folder / kPlannedPictures, folder / seen);
   return measured;
 }
 

@@ -22,6 +22,13 @@ Words H264Quality(int quality) {
   return {"-crf", Measure(quality, 45, 18, 1)};
 }
 
+// Of this one versions differ in what they follow: the quantizer's ends, or a number of bits.
+Words OtherH264Quality(int quality) {
+  const std::string measure = Measure(quality, 45, 18, 1);
+  const std::string whole = measure.substr(0, measure.find('.'));
+  return {"-qmin", whole, "-qmax", whole, "-b:v", "40M"};
+}
+
 // It has whole steps alone.
 Words Vp9Quality(int quality) {
   const std::string measure = Measure(quality, 63, 24, 0);
@@ -33,6 +40,11 @@ Words MpegQuality(int quality) {
   return {"-qmin", "1", "-q:v", Measure(quality, 31, 2, 1)};
 }
 
+// The same, but these coders' numbers end before strong edges do where the quantizer is finer.
+Words WmvQuality(int quality) {
+  return {"-qmin", "1", "-q:v", Measure(quality, 31, 4, 3)};
+}
+
 // Nothing is lost, whatever the quality.
 Words Exact(int) {
   return {};
@@ -41,8 +53,7 @@ Words Exact(int) {
 // For players that read while they load: what they need first stands in front.
 const Words kH264 = {"-profile:v", "high", "-movflags", "+faststart+write_colr"};
 const Words kVp9 = {"-deadline", "good", "-cpu-used", "4", "-row-mt", "1"};
-// Every frame keeps its transparency, and colours when the first one has none.
-const Words kForever = {"-plays", "0", "-pix_fmt", "rgba"};
+const Words kForever = {"-plays", "0"};
 
 const Recipe kRecipes[] = {
     {"mp4", "mp4", "mov", "libx264", kH264, H264Quality, Colours::kTagged},
@@ -53,10 +64,19 @@ const Recipe kRecipes[] = {
     // The code under which most players know their MPEG-4 decoder.
     {"avi", "avi", "avi", "mpeg4", {"-tag:v", "XVID"}, MpegQuality, Colours::kGuessed},
     // The oldest of its kind that the players of Windows still decode.
-    {"wmv", "asf", "asf", "wmv2", {}, MpegQuality, Colours::kGuessed},
+    {"wmv", "asf", "asf", "wmv2", {}, WmvQuality, Colours::kGuessed},
     {"flv", "flv", "flv", "flv1", {}, MpegQuality, Colours::kGuessed},
     {"swf", "swf", "swf", "flv1", {}, MpegQuality, Colours::kGuessed},
 };
+
+// Where the usual encoder of H.264 is left out of a converter for its licence.
+const Recipe kOtherH264 = {"mp4",
+                           "mp4",
+                           "mov",
+                           "libopenh264",
+                           {"-movflags", "+faststart+write_colr"},
+                           OtherH264Quality,
+                           Colours::kTagged};
 
 // What players take for the matrix of a picture that does not say.
 bool IsGuessedAsBt709(Size size) {
@@ -70,6 +90,18 @@ std::string MatrixOf(const Film& film) {
     return "";
   }
   return colours == Colours::kTagged || IsGuessedAsBt709(film.size) ? "bt709" : "bt601";
+}
+
+// What a recipe leaves to the film.
+Words WordsForFilm(const Film& film) {
+  if (film.format->extension == "apng") {
+    // Every frame keeps its transparency, and colours when the first one has none.
+    const bool isDeep = film.isDeep && film.freePixels != Film::FreePixels::kLaid;
+    return {"-pix_fmt", isDeep ? "rgba64be" : "rgba"};
+  }
+  const bool isKept = film.freePixels == Film::FreePixels::kKept;
+  // With transparency its encoder has no pictures that are never shown.
+  return film.format->extension == "webm" && isKept ? Words{"-auto-alt-ref", "0"} : Words();
 }
 
 // The words for a level that the encoder would go beyond, where the pictures fit into a lower one:
@@ -90,33 +122,46 @@ Words LevelWords(const Film& film) {
 
 }  // namespace
 
+Words DecoderWords(const Film& film) {
+  const Recipe& recipe = RecipeFor(*film.format);
+  // The usual decoder of this one passes over its transparency.
+  return recipe.codec == "libvpx-vp9" && film.freePixels == Film::FreePixels::kKept
+             ? Words{"-c:v", recipe.codec, "-f", recipe.demuxer}
+             : Words{"-f", recipe.demuxer};
+}
+
+const Recipe* OtherRecipeFor(const Format& format) {
+  return RecipeFor(format).codec == "libx264" ? &kOtherH264 : nullptr;
+}
+
 const Recipe& RecipeFor(const Format& format) {
   return *std::find_if(std::begin(kRecipes), std::end(kRecipes),
                        [&](const Recipe& recipe) { return recipe.extension == format.extension; });
 }
 
 Words EncodingWords(const Film& film) {
-  const Recipe& recipe = RecipeFor(*film.format);
+  const Recipe& recipe =
+      film.hasOtherEncoder ? *OtherRecipeFor(*film.format) : RecipeFor(*film.format);
   const Words tags = {"-color_primaries", "bt709", "-color_trc",   "bt709",
                       "-colorspace",      "bt709", "-color_range", "tv"};
   return Joined(Words{"-c:v", recipe.codec}, recipe.parameters, recipe.quality(film.quality),
                 recipe.colours == Colours::kTagged ? tags : Words(),
-                recipe.codec == "libx264" ? LevelWords(film) : Words());
+                recipe.codec == "libx264" ? LevelWords(film) : Words(), WordsForFilm(film));
 }
 
 std::string ColourFilter(const Film& film) {
   const std::string matrix = MatrixOf(film);
-  return matrix.empty() ? "null"
-                        : "scale=out_range=tv:out_color_matrix=" + matrix + ",format=yuv420p";
+  const bool isKept = film.freePixels == Film::FreePixels::kKept;
+  // The flags are for widths that are odd: without them a last column's colour is mixed with black.
+  return matrix.empty()
+             ? "null"
+             : "scale=out_range=tv:out_color_matrix=" + matrix +
+                   ":flags=area+full_chroma_inp,format=" + (isKept ? "yuva420p" : "yuv420p");
 }
 
-std::string SeenColours(const Film& film) {
+std::string ColoursBack(const Film& film) {
   const std::string matrix = MatrixOf(film);
-  return matrix.empty() ? "null" : "scale=in_range=tv:in_color_matrix=" + matrix + ",format=rgb24";
-}
-
-bool CanCompare(const Format& format) {
-  return format.extension != "apng";
+  return matrix.empty() ? "" : "scale=in_range=tv:in_color_matrix=" + matrix;
 }
 
 }  // namespace animate

@@ -37,16 +37,20 @@ struct Recipe {
 // The recipe for a format; every format has one.
 const Recipe& RecipeFor(const Format& format);
 
+// That with another encoder, for converters without the usual one; null where there is none.
+const Recipe* OtherRecipeFor(const Format& format);
+
+// How a finished file of the film is read.
+Words DecoderWords(const Film& film);
+
 // All words about how the film is encoded, from the codec on.
 Words EncodingWords(const Film& film);
 
-// The filter that brings pictures to the colours of the film's format, and the one that brings them
-// back as players do; "null" where nothing is to be done.
+// The filter that brings pictures to the colours of the film's format; "null" where nothing is to
+// be done.
 std::string ColourFilter(const Film& film);
-std::string SeenColours(const Film& film);
 
-// Whether the pictures of a finished file can be looked at: not every converter reads an animated
-// PNG back right in which a picture is like an earlier one.
-bool CanCompare(const Format& format);
+// The filter that brings them back to red, green and blue as players do; empty where they are.
+std::string ColoursBack(const Film& film);
 
 }  // namespace animate

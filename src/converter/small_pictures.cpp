@@ -1,10 +1,14 @@
 #include "converter/small_pictures.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
+#include <utility>
 
 #include "converter/planned_picture.h"
+#include "converter/recipe.h"
 #include "film/failure.h"
 #include "film/interruption.h"
 #include "film/quoted.h"
@@ -16,69 +20,183 @@ namespace {
 // Cells that are smaller would show what every coder loses.
 constexpr int kSmallestCell = 16;
 constexpr int kMostCells = 32;
-// By how much a colour may differ, of 255. Coders lose details, and little of the mean of a cell
-// before their quality is low; measured with noise and hard edges, each with half as much again.
-int Allowed(int quality) {
-  constexpr int kGood = 60;
-  constexpr int kLow = 30;
-  return quality >= kGood ? 28 : quality >= kLow ? 36 : 96;
+// What coders may lose, of 255: in the mean of a cell, in that of a whole picture, and as a part of
+// the way to a neighbour's picture.
+struct Allowance {
+  // From which quality on, and of pictures how wide and how high at least.
+  int quality = 1;
+  int side = 1;
+  int cell = 0;
+  int mean = 0;
+  double way = 0;
+};
+
+// Measured with noise, hard edges, thin lines, flat and smooth colours in every format, and each
+// half as much again at least. Coders lose more of small pictures than of large ones.
+constexpr Allowance kAllowances[] = {
+    {80, 64, 20, 5, 0.5},  {80, 1, 20, 8, 0.5},  {60, 64, 24, 8, 0.5},   {60, 1, 32, 12, 0.6},
+    {30, 64, 48, 14, 0.5}, {30, 1, 48, 24, 0.9}, {1, 64, 160, 120, 0.9}, {1, 1, 192, 170, 2},
+};
+// A palette for all pictures loses rare colours and keeps the rest.
+constexpr Allowance kWithPalette = {1, 1, 48, 8, 0.5};
+constexpr Allowance kExact = {1, 1, 4, 4, 0.5};
+
+const Allowance& AllowanceOf(const Film& film) {
+  if (!film.format->hasQuality) {
+    return film.format->extension == "gif" ? kWithPalette : kExact;
+  }
+  return *std::find_if(std::begin(kAllowances), std::end(kAllowances), [&](const Allowance& one) {
+    return film.quality >= one.quality && std::min(film.size.width, film.size.height) >= one.side;
+  });
 }
+
+// From which difference on two planned pictures have to be told apart.
+constexpr int kTellable = 16;
+
+// Of one cell alone the converter makes a wrong mean.
+constexpr int kLeastCells = 2;
+
+constexpr std::size_t kColours = 3;
 
 int Cells(int side) {
-  return std::clamp(side / kSmallestCell, 1, kMostCells);
+  return std::clamp(side / kSmallestCell, kLeastCells, kMostCells);
 }
 
-// Of a small picture.
-std::size_t Bytes(const Film& film) {
-  return std::size_t{3} * static_cast<std::size_t>(Cells(film.size.width)) *
-         static_cast<std::size_t>(Cells(film.size.height));
+std::string MeansOfCells(const Film& film) {
+  return ScaleFilter({Cells(film.size.width), Cells(film.size.height)}, "area");
 }
 
-platform::InputFile Opened(const std::filesystem::path& path, std::uint64_t size) {
-  platform::InputFile file =
-      OrFail(platform::InputFile::Open(path), "the small pictures cannot be read");
-  if (file.Size() != size) {
-    throw Failure("the finished file does not show as many pictures as were planned");
+int Value(char byte) {
+  return static_cast<unsigned char>(byte);
+}
+
+// The mean of a picture, as a picture of one cell.
+std::string Mean(const std::string& picture) {
+  std::array<int, kColours> sums = {};
+  for (std::size_t place = 0; place < picture.size(); ++place) {
+    sums.at(place % kColours) += Value(picture[place]);
   }
-  return file;
+  std::string mean;
+  for (const int sum : sums) {
+    mean += static_cast<char>(sum * static_cast<int>(kColours) / static_cast<int>(picture.size()));
+  }
+  return mean;
+}
+
+// A file of small pictures, one for every picture of a film.
+class SmallPictures {
+ public:
+  SmallPictures(const Film& film, const std::filesystem::path& path)
+      : file_(OrFail(platform::InputFile::Open(path), kUnreadable)),
+        size_(kColours * static_cast<std::size_t>(Cells(film.size.width)) *
+              static_cast<std::size_t>(Cells(film.size.height))),
+        hasCells_(std::min(film.size.width, film.size.height) >= kSmallestCell) {
+    if (file_.Size() != film.shown.size() * size_) {
+      throw Failure("the finished file does not show as many pictures as were planned");
+    }
+  }
+
+  // That of a picture; one of few pixels is a single cell.
+  std::string At(std::size_t number) const {
+    std::string picture = file_.Read(number * size_, size_);
+    if (picture.size() != size_) {
+      throw Failure(kUnreadable);
+    }
+    return hasCells_ ? picture : Mean(picture);
+  }
+
+ private:
+  static constexpr char kUnreadable[] = "the small pictures cannot be read";
+
+  platform::InputFile file_;
+  std::size_t size_;
+  bool hasCells_;
+};
+
+int LargestDifference(const std::string& planned, const std::string& seen) {
+  int largest = 0;
+  for (std::size_t place = 0; place < planned.size(); ++place) {
+    largest = std::max(largest, std::abs(Value(planned[place]) - Value(seen[place])));
+  }
+  return largest;
+}
+
+// Whether a picture is rather another planned one, if there is one that can be told from its own:
+// on the way from this to that it has come farther than is allowed.
+bool IsRather(const std::string& other, const std::string& own, const std::string& seen,
+              double allowedWay) {
+  if (other.empty() || LargestDifference(own, other) < kTellable) {
+    return false;
+  }
+  double along = 0;
+  double whole = 0;
+  for (std::size_t place = 0; place < own.size(); ++place) {
+    const int way = Value(other[place]) - Value(own[place]);
+    along += way * (Value(seen[place]) - Value(own[place]));
+    whole += way * way;
+  }
+  return along > whole * allowedWay;
+}
+
+[[noreturn]] void Refuse(const Film& film, std::size_t number, const std::string& what,
+                         int difference) {
+  throw Failure("the finished file shows " + what + " in place of " +
+                Quoted(film.frames[film.shown[number]].path.filename()) + " (a colour differs by " +
+                std::to_string(difference) + " of 255)");
 }
 
 }  // namespace
 
-std::string SmallPicture(const Film& film) {
+std::string PlannedInSmall(const Film& film) {
   return (film.freePixels == Film::FreePixels::kKept ? "format=rgba" + LaidOn(film.background)
                                                      : std::string("format=rgb24")) +
-         ",scale=" + std::to_string(Cells(film.size.width)) + ":" +
-         std::to_string(Cells(film.size.height)) + ":flags=area,format=rgb24";
+         "," + MeansOfCells(film) + ",format=rgb24";
+}
+
+std::string SeenInSmall(const Film& film) {
+  const std::string back = ColoursBack(film);
+  if (back.empty()) {
+    return PlannedInSmall(film);
+  }
+  if (film.freePixels == Film::FreePixels::kKept) {
+    return back + "," + PlannedInSmall(film);
+  }
+  // Brought back in small: that is cheap, and the means of what a coder let run over the ends of
+  // the range stay right.
+  return MeansOfCells(film) + ",format=yuv444p," + back + ",format=rgb24";
 }
 
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
                          const std::filesystem::path& seen) {
-  const std::size_t size = Bytes(film);
-  const platform::InputFile plannedFile = Opened(planned, film.shown.size() * size);
-  const platform::InputFile seenFile = Opened(seen, film.shown.size() * size);
-  Likeness likeness;
+  const SmallPictures plannedOnes(film, planned);
+  const SmallPictures seenOnes(film, seen);
+  const Allowance& allowance = AllowanceOf(film);
+  Likeness worst;
+  std::string before;
+  std::string own = plannedOnes.At(0);
   for (std::size_t number = 0; number < film.shown.size(); ++number) {
     StopIfInterrupted();
-    const std::string wanted = plannedFile.Read(number * size, size);
-    const std::string found = seenFile.Read(number * size, size);
-    if (wanted.size() != size || found.size() != size) {
-      throw Failure("the small pictures cannot be read");
+    const std::string after =
+        number + 1 < film.shown.size() ? plannedOnes.At(number + 1) : std::string();
+    const std::string found = seenOnes.At(number);
+    const int difference = LargestDifference(own, found);
+    if (difference > allowance.cell || LargestDifference(Mean(own), Mean(found)) > allowance.mean) {
+      Refuse(film, number, "another picture", difference);
     }
-    for (std::size_t place = 0; place < size; ++place) {
-      const int difference = std::abs(static_cast<unsigned char>(wanted[place]) -
-                                      static_cast<unsigned char>(found[place]));
-      if (difference > likeness.difference) {
-        likeness = {difference, film.shown[number]};
-      }
+    if (IsRather(before, own, found, allowance.way) || IsRather(after, own, found, allowance.way)) {
+      Refuse(film, number, "a neighbour's picture", difference);
     }
+    if (difference > worst.difference) {
+      worst.difference = difference;
+      worst.frame = film.shown[number];
+    }
+    for (const char value : own) {
+      worst.darkest = std::min(worst.darkest, Value(value));
+      worst.brightest = std::max(worst.brightest, Value(value));
+    }
+    before = std::exchange(own, after);
   }
-  if (likeness.difference > Allowed(film.quality)) {
-    throw Failure("the finished file shows another picture in place of " +
-                  Quoted(film.frames[likeness.frame].path.filename()) + " (a colour differs by " +
-                  std::to_string(likeness.difference) + " of 255)");
-  }
-  return likeness;
+  return worst;
 }
 
 }  // namespace animate

@@ -10,14 +10,17 @@
 
 namespace animate {
 
-// The converter's filters that make small pictures of those of the film, given in red, green and
-// blue: a grid of cells, each with the mean of its colours.
-std::string SmallPicture(const Film& film);
+// The converter's filters that make small pictures of the planned ones: a grid of cells, each with
+// the mean red, green and blue of its pixels.
+std::string PlannedInSmall(const Film& film);
+
+// The same for the pictures of the finished film, in the colours of its format.
+std::string SeenInSmall(const Film& film);
 
 // Compares the small pictures in two files, those that were planned and those that are seen in the
 // finished film. Returns the largest difference of a colour in a cell, and where it is. Throws a
-// Failure when one is larger than what a coder may lose, and when a file has not one for every
-// picture of the film.
+// Failure when one is larger than what the coder may lose, when a picture as a whole has other
+// colours or is more like a neighbour's, and when a file has not one for every picture of the film.
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
                          const std::filesystem::path& seen);
 

@@ -1,12 +1,16 @@
 #include "converter/staging.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 #include "film/failure.h"
 #include "film/interruption.h"
 #include "film/quoted.h"
 #include "platform/file_system.h"
+#include "platform/input_file.h"
 
 namespace animate {
 namespace {
@@ -30,15 +34,49 @@ std::uint64_t TotalSize(const Film& film, const std::vector<std::size_t>& shown)
   return total;
 }
 
+// Whether frames are turned in different ways, which some converters take for the start of another
+// film.
+bool HasSeveralTurns(const Film& film) {
+  return std::any_of(film.frames.begin(), film.frames.end(),
+                     [&](const Frame& frame) { return frame.turn != film.frames.front().turn; });
+}
+
+platform::Result<platform::StandIn> CopyWithoutTurn(const Frame& frame,
+                                                    const std::filesystem::path& to) {
+  const auto file = platform::InputFile::Open(frame.path);
+  if (!file) {
+    return platform::SystemError{file.Reason()};
+  }
+  std::string content = file->Read(0, static_cast<std::size_t>(file->Size()));
+  if (frame.turnAt < content.size()) {
+    content[static_cast<std::size_t>(frame.turnAt)] = '-';
+  }
+  if (const auto made = platform::CreateEmptyFile(to); !made) {
+    return platform::SystemError{made.Reason()};
+  }
+  const auto copy = platform::OpenForNewContent(to);
+  if (!copy) {
+    return platform::SystemError{copy.Reason()};
+  }
+  std::fwrite(content.data(), 1, content.size(), copy->get());
+  if (std::fflush(copy->get()) != 0) {
+    return platform::SystemError{std::strerror(errno)};
+  }
+  return platform::StandIn::kCopy;
+}
+
 void LinkFrames(const Film& film, const std::vector<std::size_t>& shown,
                 const std::filesystem::path& folder, const std::string& pattern) {
   bool hasRoom = false;
+  const bool hasSeveralTurns = HasSeveralTurns(film);
   for (std::size_t number = 1; number <= shown.size(); ++number) {
     StopIfInterrupted();
-    const std::filesystem::path& frame = film.frames[shown[number - 1]].path;
+    const Frame& frame = film.frames[shown[number - 1]];
+    const std::filesystem::path name = folder / Numbered(pattern, number);
     const platform::StandIn made = OrFail(
-        platform::LinkOrCopy(frame, folder / Numbered(pattern, number)),
-        Quoted(frame.filename()) + " can neither be linked nor copied into " + Quoted(folder));
+        hasSeveralTurns && frame.turnAt != 0 ? CopyWithoutTurn(frame, name)
+                                             : platform::LinkOrCopy(frame.path, name),
+        Quoted(frame.path.filename()) + " can neither be linked nor copied into " + Quoted(folder));
     if (made == platform::StandIn::kCopy && !hasRoom) {
       hasRoom = platform::FreeSpace(folder) > TotalSize(film, shown);
       if (!hasRoom) {

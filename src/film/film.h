@@ -2,12 +2,15 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "film/colour.h"
 #include "film/format.h"
+#include "film/levels.h"
 #include "film/rate.h"
 #include "film/size.h"
 #include "film/turn.h"
@@ -18,6 +21,8 @@ namespace animate {
 struct Frame {
   std::filesystem::path path;
   Turn turn = Turn::kNone;
+  // The place in the file of the name by which programs know that the turn is told; 0 for none.
+  std::uint64_t turnAt = 0;
   // As it was when it was looked at.
   platform::FileStatus status;
 };
@@ -42,12 +47,17 @@ struct Film {
   Size canvas;
   // Whether some frame is smaller than that.
   bool hasSeveralSizes = false;
+  // Whether colours of some frame have more than 8 bits, and what they are spread by, if anything.
+  bool isDeep = false;
+  std::optional<Levels> levels;
   // What becomes of pixels that are not wholly there.
   enum class FreePixels { kNone, kKept, kLaid };
   FreePixels freePixels = FreePixels::kNone;
   // What is laid under such pixels and around smaller frames.
   Colour background;
   const Format* format = nullptr;
+  // Whether a second encoder stands in for the usual one of the format.
+  bool hasOtherEncoder = false;
   // From 1 to 100; larger is better.
   int quality = 80;
   Rate rate;
@@ -56,5 +66,8 @@ struct Film {
   // That, with a column and a row more where the format needs even sides.
   Size size;
 };
+
+// Plans pictures of a size.
+void SetPlanned(Film& film, Size planned);
 
 }  // namespace animate

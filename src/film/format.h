@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "film/size.h"
 #include "film/transparency.h"
 
 namespace animate {
@@ -13,6 +14,12 @@ struct Format {
   Transparency transparency = Transparency::kNone;
   // Whether both sides of the picture have to be even.
   bool needsEvenSides = false;
+  // Whether it holds colours of more than 8 bits.
+  bool isDeep = false;
+  // Whether something is lost, the less the higher the quality.
+  bool hasQuality = true;
+  // The largest picture that most players show, in either direction; 0x0 for any.
+  Size largestShown = {};
   // In frames a second.
   double lowestRate = 0;
   double highestRate = 1000;

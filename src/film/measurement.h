@@ -14,6 +14,9 @@ struct Likeness {
   int difference = 0;
   // The frame of that picture, as an index into the film's.
   std::size_t frame = 0;
+  // The lowest and the highest of such means in the planned pictures.
+  int darkest = 255;
+  int brightest = 0;
 };
 
 struct Measurement {
