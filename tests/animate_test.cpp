@@ -317,6 +317,14 @@ TEST_F(AnimateTest, TurnsFramesAsTheirFilesAsk) {
   const std::string seen = Rgb("turned.apng");
   ExpectNear(seen, 8, {255, 0, 0});
   ExpectNear(seen, 31 * 16 + 8, {0, 0, 255});
+  // And one that is to be seen as it is, beside it.
+  Fill({{"f1.jpg", Drawn("color=lime:s=32x8", "mjpeg")}, {"f2.jpg", turned}});
+  EXPECT_THAT(Run({"both.apng"}).output, HasSubstr(", 32x32, "));
+  const std::string both = Rgb("both.apng");
+  ExpectNear(both, 11 * 32, {255, 255, 255});
+  ExpectNear(both, 12 * 32, {0, 255, 0});
+  ExpectNear(both, 32 * 32 + 8, {255, 0, 0});
+  ExpectNear(both, 32 * 32 + 7, {255, 255, 255});
 }
 
 TEST_F(AnimateTest, ColoursComeBackFromEveryFormat) {

@@ -136,6 +136,9 @@ void PrintPlan(const Plan& plan) {
   if (film.hasSeveralSizes) {
     PrintNote("sizes: the frames have several; each is in the middle of " + ShownSize(film.canvas));
   }
+  if (film.isDeep && film.format->isDeep && !KeepsDepth(film)) {
+    PrintNote("16 bits: with transparency colours are kept with 8");
+  }
   if (film.freePixels == Film::FreePixels::kLaid) {
     char colour[16];
     std::snprintf(&colour[0], sizeof(colour), "#%02x%02x%02x", film.background.red,

@@ -64,7 +64,8 @@ void MakeContactSheet(const Converter& converter, const Film& film, const Stagin
                                           "[sheet];[b]" + PlannedInSmall(cells) + "[small]"},
              Words{"-map", "[sheet]", "-frames:v", "1", "-pix_fmt", "rgb24", "-c:v", "png"},
              converter.Threads(), Words{"-f", "image2pipe", platform::ArgumentOfPath(target)},
-             Words{"-map", "[small]", "-c:v", "rawvideo", "-f", "rawvideo", planned}));
+             Words{"-map", "[small]", "-r", film.rate.text, "-c:v", "rawvideo", "-f", "rawvideo",
+                   planned}));
   // The finished sheet, looked at cell by cell.
   const std::string seen = "seen_sheet.rgb";
   const auto step = [](int side) { return std::to_string(side + kBorder); };

@@ -20,9 +20,12 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
   };
   const Recipe& recipe = RecipeFor(*film.format);
   const Words input = Joined(converter.Threads(), InputWords(film, staging.Pattern()));
-  const Words output = Joined(EncodingWords(film), converter.Threads(),
+  // Some filters forget it.
+  const Words rate = {"-r", film.rate.text};
+  const Words output = Joined(rate, EncodingWords(film), converter.Threads(),
                               Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
-  const Words small = {"-map", "[small]", "-c:v", "rawvideo", "-f", "rawvideo", kPlannedPictures};
+  const Words small = Joined(Words{"-map", "[small]"}, rate,
+                             Words{"-c:v", "rawvideo", "-f", "rawvideo", kPlannedPictures});
   const std::string planned = "[0:v]" + PlannedPicture(film);
   // What comes of a planned picture, on its way to the film and in small.
   const auto graph = [&](const std::string& way) {

@@ -71,27 +71,35 @@ std::string Spread(const Levels& levels, std::uint32_t most) {
 std::string PlannedColours(const Film& film) {
   const bool hasFree = film.freePixels != Film::FreePixels::kNone;
   const std::string usual = hasFree ? "rgba" : "rgb24";
-  if (!film.isDeep || (!film.format->isDeep && !film.levels)) {
+  if (!film.isDeep || (!KeepsDepth(film) && !film.levels)) {
     return usual + (film.levels ? Spread(*film.levels, 0xFF) : "");
   }
   return (hasFree ? "rgba64le" : "rgb48le") + (film.levels ? Spread(*film.levels, 0xFFFF) : "") +
-         (film.format->isDeep ? "" : ",format=" + usual);
+         (KeepsDepth(film) ? "" : ",format=" + usual);
 }
 
-// Brings frames that are turned alike into the canvas. What is odd in the border goes right and
-// below in the picture as it is seen.
-std::string OnCanvas(const Film& film, Turn turn) {
+// Puts pictures as they are stored into the middle of the canvas. What is odd in the border goes
+// right and below in the picture as it is seen.
+std::string Centred(const Film& film, Turn turn, bool hasSeveralTurns) {
+  const Size stored = IsSideways(turn) ? Size{film.canvas.height, film.canvas.width} : film.canvas;
+  const int longer = std::max(stored.width, stored.height);
+  const auto middle = [](int side, const char* own, bool isOther) {
+    return ":(" + std::to_string(side) + "-" + own + (isOther ? "+1)/2" : ")/2");
+  };
+  // The filter is made for the first of all frames, which may lie across.
+  return WithSize(",pad", hasSeveralTurns ? Size{longer, longer} : stored) +
+         middle(stored.width, "iw", EndsRight(turn)) +
+         middle(stored.height, "ih", EndsBelow(turn)) + ":color=" + BorderOf(film) + ":eval=frame" +
+         (hasSeveralTurns ? WithSize(",crop", stored) + ":0:0" : "");
+}
+
+// Brings frames that are turned alike into the canvas.
+std::string OnCanvas(const Film& film, Turn turn, bool hasSeveralTurns) {
   // The first filter follows pictures whose size or form changes; others would take them for those
   // before.
-  std::string filter = "scale=iw:ih:eval=frame,format=" + PlannedColours(film);
-  if (film.hasSeveralSizes) {
-    const Size stored =
-        IsSideways(turn) ? Size{film.canvas.height, film.canvas.width} : film.canvas;
-    filter += WithSize(",pad", stored) + (EndsRight(turn) ? ":(ow-iw+1)/2" : ":(ow-iw)/2") +
-              (EndsBelow(turn) ? ":(oh-ih+1)/2" : ":(oh-ih)/2") + ":color=" + BorderOf(film) +
-              ":eval=frame";
-  }
-  return filter + TurnFilter(turn);
+  return "scale=iw:ih:eval=frame,format=" + PlannedColours(film) +
+         (film.hasSeveralSizes || hasSeveralTurns ? Centred(film, turn, hasSeveralTurns) : "") +
+         TurnFilter(turn);
 }
 
 // The numbers of the frames that are turned alike, as a condition on n.
@@ -115,7 +123,7 @@ std::map<Turn, std::string> Conditions(const Film& film) {
 std::string TurnedFrames(const Film& film) {
   const std::map<Turn, std::string> conditions = Conditions(film);
   if (conditions.size() == 1) {
-    return OnCanvas(film, conditions.begin()->first);
+    return OnCanvas(film, conditions.begin()->first, false);
   }
   // What a command line has room for.
   constexpr std::size_t kMost = 20'000;
@@ -127,7 +135,7 @@ std::string TurnedFrames(const Film& film) {
     const std::string number = std::to_string(static_cast<int>(turn));
     split += "[s" + number + "]";
     branches.append(";[s").append(number).append("]select='").append(condition).append("',");
-    branches.append(OnCanvas(film, turn)).append("[t").append(number).append("]");
+    branches.append(OnCanvas(film, turn, true)).append("[t").append(number).append("]");
     together += "[t" + number + "]";
   }
   if (branches.size() > kMost) {

@@ -96,8 +96,7 @@ std::string MatrixOf(const Film& film) {
 Words WordsForFilm(const Film& film) {
   if (film.format->extension == "apng") {
     // Every frame keeps its transparency, and colours when the first one has none.
-    const bool isDeep = film.isDeep && film.freePixels != Film::FreePixels::kLaid;
-    return {"-pix_fmt", isDeep ? "rgba64be" : "rgba"};
+    return {"-pix_fmt", KeepsDepth(film) ? "rgb48be" : "rgba"};
   }
   const bool isKept = film.freePixels == Film::FreePixels::kKept;
   // With transparency its encoder has no pictures that are never shown.

@@ -4,6 +4,10 @@
 
 namespace animate {
 
+bool KeepsDepth(const Film& film) {
+  return film.isDeep && film.format->isDeep && film.freePixels == Film::FreePixels::kNone;
+}
+
 void SetPlanned(Film& film, Size planned) {
   film.planned = planned;
   film.size = film.format->needsEvenSides

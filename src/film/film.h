@@ -67,6 +67,10 @@ struct Film {
   Size size;
 };
 
+// Whether more than 8 bits of a colour stay: those of opaque frames, in a format that holds them.
+// (Converters cannot read animated PNGs back that have both those and transparency.)
+bool KeepsDepth(const Film& film);
+
 // Plans pictures of a size.
 void SetPlanned(Film& film, Size planned);
 
