@@ -132,6 +132,43 @@ TEST_F(AnimateLinuxTest, NamesAnEncoderThatIsMissing) {
   EXPECT_THAT(result.errors, HasSubstr("has no encoder for mpeg4, which a .avi file needs"));
 }
 
+TEST_F(AnimateLinuxTest, TakesAnotherConverterOrEncoderForH264) {
+  // The first in PATH has not what is needed, the second has all.
+  const auto run = [&](const std::string& encoder, const std::string& path) {
+    converter_.Write("ffmpeg", "#!/bin/bash\nif [[ $* = *-encoders* ]]; then echo ' V....D " +
+                                   encoder +
+                                   " '; exit; fi\n[[ $* != *libx264* ]] || exit 1\n"
+                                   "exec /usr/bin/ffmpeg \"${@/libopenh264/libx264}\"\n");
+    fs::permissions(converter_.File("ffmpeg"), fs::perms::owner_all);
+    Variables here;
+    here.SetTemporaryFolder(temp_.Path());
+    here.Set("PATH", path.c_str());
+    return RunProgram(TESSARA_ANIMATE, {frames_.Path(), "h264.mp4", "--overwrite"}, output_.Path());
+  };
+  const ProgramResult other = run("mpeg4", converter_.Path() + ":/usr/bin:/bin");
+  EXPECT_THAT(other.errors, HasSubstr("no encoder for libx264; \"/usr/bin/ffmpeg\" is used"));
+  EXPECT_THAT(other.output, HasSubstr("12 frames"));
+  const ProgramResult second = run("libopenh264", converter_.Path());
+  EXPECT_THAT(second.errors, HasSubstr("is used, with libopenh264"));
+  EXPECT_THAT(second.output, HasSubstr("12 frames"));
+  EXPECT_THAT(run("mpeg4", converter_.Path()).errors, HasSubstr("which a .mp4 file needs"));
+}
+
+TEST_F(AnimateLinuxTest, ProvesTheSheetAndPutsTheOldOneBack) {
+  output_.Write("sheet.png", "old sheet");
+  const std::string out = output_.Path() + "/out.avi";
+  for (const auto& [script, message] :
+       {std::pair<std::string, const char*>{
+            R"(exec /usr/bin/ffmpeg "${@/;\[a\]tile/;[a]hflip,tile}")", "another picture"},
+        {"/usr/bin/ffmpeg \"$@\"; rm -rf " + out + "; mkdir " + out, "cannot take its place"}}) {
+    const ProgramResult result = RunWith(script, {}, {"--contact-sheet", "sheet.png"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr(message));
+    EXPECT_EQ(output_.Read("sheet.png"), "old sheet");
+    EXPECT_THAT(output_.Names(), testing::UnorderedElementsAre("out.avi", "sheet.png"));
+  }
+}
+
 TEST_F(AnimateLinuxTest, NoticesAFrameThatIsChangedMeanwhile) {
   const std::string frame = frames_.Path() + "/5.png";
   // Its content and its time are what they were.

@@ -355,6 +355,36 @@ TEST_F(AnimateTest, ColoursComeBackFromEveryFormat) {
   }
 }
 
+TEST_F(AnimateTest, SpreadsLevelsAndKeepsSixteenBits) {
+  const auto deep = [](int value) {
+    return Drawn("color=black:s=16x16,format=rgb48,lutrgb=r=val:g=" + std::to_string(value) +
+                     ":b=1000,format=rgb48be",
+                 "png");
+  };
+  Fill({{"f1.png", deep(3000)}, {"f2.png", deep(2001)}});
+  EXPECT_THAT(Run({"deep.apng"}).errors, HasSubstr("use only 0 to 3000 of 0 to 65535"));
+  EXPECT_EQ(Rgb("deep.apng", "format=rgb48be").substr(1536, 6), "\0\0\x07\xD1\x03\xE8"s);
+  EXPECT_THAT(Run({"auto.mp4", "--levels", "auto"}).errors,
+              HasSubstr("values from 0 to 3000, which are spread"));
+  ExpectNear(Rgb("auto.mp4"), 0, {0, 255, 85});
+  EXPECT_EQ(Run({"some.gif", "--levels", "1000-5004"}).exitStatus, 0);
+  ExpectNear(Rgb("some.gif"), 0, {0, 127, 0});
+}
+
+TEST_F(AnimateTest, FitsIntoALimit) {
+  const std::string noise = "color=black:s=64x64,format=rgb24,noise=alls=100:all_seed=";
+  Fill({{"f1.png", Drawn(noise + "1", "png")}, {"f2.png", Drawn(noise + "2", "png")}});
+  const auto made = [&](const char* limit) {
+    return Run({"limit.mp4", "--max-size", limit, "--overwrite"}).output;
+  };
+  EXPECT_THAT(made("1GB"), HasSubstr("64x64, quality 100, "));
+  EXPECT_THAT(made("7kB"), HasSubstr("64x64, quality "));
+  const auto bytes = fs::file_size(fs::path(output_.Path()) / "limit.mp4");
+  EXPECT_TRUE(bytes <= 7000 && bytes > 6000) << bytes;
+  EXPECT_THAT(made("1.5kB"), testing::Not(HasSubstr("64x64, ")));
+  EXPECT_THAT(Run({"none.mp4", "--max-size", "0.5kB"}).errors, HasSubstr("not even a quarter"));
+}
+
 TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {
   FillNumbered({1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
   for (const char* format : {"gif", "mp4", "avi", "wmv", "flv", "swf", "mov", "webm", "apng"}) {

@@ -5,6 +5,7 @@
 #include "converter/decoding_log.h"
 #include "converter/find_converter.h"
 #include "converter/proof.h"
+#include "converter/size_limit.h"
 #include "film/failure.h"
 #include "platform/start_tries.h"
 #include "tests/support/run_program.h"
@@ -110,6 +111,26 @@ TEST(ContactSheet, SpreadsItsFramesFromTheFirstToTheLast) {
     EXPECT_EQ(frames.front(), 0U);
     EXPECT_EQ(frames.back(), index);
   }
+}
+
+TEST(SizeLimit, FindsTheLargestThatFitsWithFewTries) {
+  for (const std::uint64_t most : {999, 1000, 1001, 5000, 79'000, 80'000, 90'000}) {
+    int tries = 0;
+    const auto size = [&](int quality) {
+      ++tries;
+      return static_cast<std::uint64_t>(1000 * std::exp((quality - 40) * std::log(80.0) / 60));
+    };
+    const int found = animate::LargestWithin(most, 40, 100, size);
+    EXPECT_LE(tries, 7) << most;
+    EXPECT_TRUE(found == 39 || size(found) <= most) << most;
+    EXPECT_TRUE(found == 100 || size(found + 1) > most) << most;
+  }
+  animate::Film film;
+  film.format = animate::FindFormat("mp4");
+  SetPlanned(film, {101, 1});
+  const animate::Film quarter = animate::Shrunk(film, 25);
+  EXPECT_EQ(std::pair(quarter.planned, quarter.size),
+            std::pair(animate::Size{25, 1}, animate::Size{26, 2}));
 }
 
 TEST(Start, IsTriedAgainOnlyWhereTheErrorSoonPasses) {

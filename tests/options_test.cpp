@@ -55,6 +55,12 @@ TEST(AnimateOptions, WrongUseIsOneLine) {
       {{"f", "out.mp4", "--size", "x"}, "is not WIDTHxHEIGHT"},
       {{"f", "out.mp4", "--quality", "0"}, "from 1 to 100"},
       {{"f", "out.mp4", "--quality", "101"}, "from 1 to 100"},
+      {{"f", "--max-size", "10"}, "is not a size like 800kB"},
+      {{"f", "--max-size", "0.0MB"}, "is not a size like 800kB"},
+      {{"f", "--levels", "5-5"}, "is neither auto nor LOW-HIGH"},
+      {{"f", "--levels", "0-65536"}, "is neither auto nor LOW-HIGH"},
+      {{"f", "--threads", "0"}, "is not a whole number from 1 to 1024"},
+      {{"f", "--levels", "auto", "--without-converter"}, "exclude each other"},
       {{"f", "out.mp4", "--background", "#12345g"}, "is no colour"},
       {{"f", "out.mp4", "--background", "nothing"}, "is no colour"},
       {{"f", "out.mp4", "--size", "0x9"}, "is not WIDTHxHEIGHT"},
@@ -97,6 +103,12 @@ TEST(AnimateOptions, AreTakenAsTheyAreMeant) {
   EXPECT_EQ(ReadOptions({"f", "--size", "x7"}).size, (animate::Size{0, 7}));
   EXPECT_EQ(ReadOptions({"f", "--background", "Orange"}).background,
             (animate::Colour{0xFF, 0xA5, 0x00}));
+  const Options bounded =
+      ReadOptions({"f", "--levels", "7-4095", "--max-size", "1.5 Mb", "--threads", "3"});
+  EXPECT_EQ(std::tuple(bounded.levels->low, bounded.levels->high, bounded.maxBytes.value_or(0),
+                       bounded.threads),
+            std::tuple(7U, 4095U, 1'500'000U, 3));
+  EXPECT_TRUE(ReadOptions({"f", "--levels", "auto"}).hasAutoLevels);
   EXPECT_NEAR(ReadOptions({"f", "-r", "30000/1001"}).rate.value, 29.97, 0.001);
   const TempFolder folder;
   const Options inFolder = ReadOptions({"f", folder.Path(), "--format", ".WebM"});
