@@ -426,6 +426,12 @@ TEST_F(AnimateTest, RefusesSkipsOrHoldsBadFrames) {
   const ProgramResult held = Run({"hold.apng", "--bad", "hold", "--json", "-q"});
   EXPECT_THAT(held.output, HasSubstr("\"shown\":9,\"bad\":[{\"name\":\"f5.png\",\"reason\":\"is "));
   EXPECT_THAT(Levels("hold.apng"), ElementsAre(1, 2, 3, 4, 4, 6, 6, 8, 8));
+  // One whose colours are stored in halves, and whose data end early.
+  const std::string jpeg = Drawn("testsrc=s=64x64,format=yuvj420p", "mjpeg");
+  std::string torn = jpeg;
+  torn.replace(torn.size() / 2, 200, 200, '\0');
+  Fill({{"f1.jpg", jpeg}, {"f2.jpg", torn}, {"f3.jpg", jpeg}});
+  EXPECT_THAT(Run({"torn.mp4"}).errors, HasSubstr("\"f2.jpg\" is damaged and cannot be decoded ("));
 }
 
 TEST_F(AnimateTest, TakesAListOrMakesEachSequence) {

@@ -15,7 +15,7 @@ std::vector<BadFrame> FindBadFrames(const Converter& converter, const Film& film
   converter.ReadMessages(
       Joined(Words{"-v", "level+info", "-nostats", "-threads", "1"},
              InputWords(film, staging.Pattern()),
-             Words{"-vf", "crop=1:1:0:0,showinfo", "-vsync", "0", "-f", "null", "-"}),
+             Words{"-vf", "crop=1:1:0:0:exact=1,showinfo", "-vsync", "0", "-f", "null", "-"}),
       staging.Folder(), [&](const std::string& line) { log.Take(line); });
   std::vector<BadFrame> bad;
   std::vector<bool> isNamed(film.frames.size());
