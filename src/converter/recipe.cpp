@@ -35,14 +35,15 @@ Words Vp9Quality(int quality) {
   return {"-crf", measure.substr(0, measure.find('.')), "-b:v", "0"};
 }
 
-// What these coders call the quantizer; left alone they stop at 2.
+// What these coders call the quantizer, in whole steps; left alone they stop at 2. At its ends, 31
+// and exactly 1, more bytes can show less.
 Words MpegQuality(int quality) {
-  return {"-qmin", "1", "-q:v", Measure(quality, 31, 2, 1)};
+  return {"-qmin", "1", "-q:v", Measure(quality, 30, 2, 1.25)};
 }
 
 // The same, but these coders' numbers end before strong edges do where the quantizer is finer.
 Words WmvQuality(int quality) {
-  return {"-qmin", "1", "-q:v", Measure(quality, 31, 4, 3)};
+  return {"-qmin", "1", "-q:v", Measure(quality, 30, 4, 3)};
 }
 
 // Nothing is lost, whatever the quality.

@@ -20,6 +20,7 @@ namespace {
 // Cells that are smaller would show what every coder loses.
 constexpr int kSmallestCell = 16;
 constexpr int kMostCells = 32;
+
 // What coders may lose, of 255: in the mean of a cell, in that of a whole picture, and as a part of
 // the way to a neighbour's picture.
 struct Allowance {
@@ -41,12 +42,19 @@ constexpr Allowance kAllowances[] = {
 constexpr Allowance kWithPalette = {1, 1, 48, 8, 0.5};
 constexpr Allowance kExact = {1, 1, 4, 4, 0.5};
 
+// Of a few pixels, whose colours are stored in halves, little is left.
+constexpr Allowance kOfFewPixels = {1, 1, 64, 64, 2};
+
 const Allowance& AllowanceOf(const Film& film) {
+  const int side = std::min(film.size.width, film.size.height);
   if (!film.format->hasQuality) {
     return film.format->extension == "gif" ? kWithPalette : kExact;
   }
+  if (side < kSmallestCell) {
+    return kOfFewPixels;
+  }
   return *std::find_if(std::begin(kAllowances), std::end(kAllowances), [&](const Allowance& one) {
-    return film.quality >= one.quality && std::min(film.size.width, film.size.height) >= one.side;
+    return film.quality >= one.quality && side >= one.side;
   });
 }
 
