@@ -178,9 +178,10 @@ std::string ResultText(const Account& account, const Options& options) {
   return platform::TextOfPath(plan.output.filename()) + ": " + std::to_string(measured.frames) +
          " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
          ShownSize(measured.size) + chosen + ", " + ShownBytes(account.bytes) +
-         (measured.likeness ? ", all compared, colours within " +
-                                  std::to_string(measured.likeness->difference) + " of 255"
-                            : "") +
+         (measured.likeness
+              ? ", all " + std::to_string(measured.frames) + " compared, colours within " +
+                    std::to_string(measured.likeness->difference) + " of 255"
+              : "") +
          bad + "\n";
 }
 

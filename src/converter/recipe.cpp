@@ -1,6 +1,7 @@
 #include "converter/recipe.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 
@@ -9,41 +10,50 @@ namespace {
 
 // A coder's own measure of quality, falling evenly from what it is at 1 to that at 80 and from
 // there to that at 100.
-std::string Measure(int quality, double at1, double at80, double at100) {
-  const double value = quality <= 80 ? at1 + (at80 - at1) * (quality - 1) / 79
-                                     : at80 + (at100 - at80) * (quality - 80) / 20;
-  char text[32];
-  std::snprintf(&text[0], sizeof(text), "%.2f", value);
-  return &text[0];
+double Measure(int quality, double at1, double at80, double at100) {
+  return quality <= 80 ? at1 + (at80 - at1) * (quality - 1) / 79
+                       : at80 + (at100 - at80) * (quality - 80) / 20;
+}
+
+std::string Whole(double number) {
+  return std::to_string(std::lround(number));
 }
 
 // A rate factor of 0 would need a profile that few players have.
 Words H264Quality(int quality) {
-  return {"-crf", Measure(quality, 45, 18, 1)};
+  char text[32];
+  std::snprintf(&text[0], sizeof(text), "%.2f", Measure(quality, 45, 18, 1));
+  return {"-crf", &text[0]};
 }
 
 // Of this one versions differ in what they follow: the quantizer's ends, or a number of bits.
 Words OtherH264Quality(int quality) {
-  const std::string measure = Measure(quality, 45, 18, 1);
-  const std::string whole = measure.substr(0, measure.find('.'));
-  return {"-qmin", whole, "-qmax", whole, "-b:v", "40M"};
+  const std::string measure = Whole(Measure(quality, 45, 18, 1));
+  return {"-qmin", measure, "-qmax", measure, "-b:v", "40M"};
 }
 
-// It has whole steps alone.
+// Below 6 it makes larger files and smaller ones by turns, of the same pictures to the eye.
 Words Vp9Quality(int quality) {
-  const std::string measure = Measure(quality, 63, 24, 0);
-  return {"-crf", measure.substr(0, measure.find('.')), "-b:v", "0"};
+  return {"-crf", Whole(Measure(quality, 63, 24, 6)), "-b:v", "0"};
 }
 
-// What these coders call the quantizer, in whole steps; left alone they stop at 2. At its ends, 31
-// and exactly 1, more bytes can show less.
+// What these coders call the quantizer; left alone they stop at 2. Of its whole numbers those are
+// used of which a smaller one always shows more, in more bytes.
+Words Quantizer(double measure) {
+  constexpr int kUsed[] = {30, 24, 20, 16, 12, 10, 8, 6, 4, 3, 2, 1};
+  const int nearest = *std::min_element(
+      std::begin(kUsed), std::end(kUsed),
+      [&](int left, int right) { return std::abs(left - measure) < std::abs(right - measure); });
+  return {"-qmin", "1", "-q:v", std::to_string(nearest)};
+}
+
 Words MpegQuality(int quality) {
-  return {"-qmin", "1", "-q:v", Measure(quality, 30, 2, 1.25)};
+  return Quantizer(Measure(quality, 30, 2, 1));
 }
 
-// The same, but these coders' numbers end before strong edges do where the quantizer is finer.
+// This one's numbers end before strong edges do where the quantizer is finer.
 Words WmvQuality(int quality) {
-  return {"-qmin", "1", "-q:v", Measure(quality, 30, 4, 3)};
+  return Quantizer(Measure(quality, 30, 4, 3));
 }
 
 // Nothing is lost, whatever the quality.
@@ -51,9 +61,13 @@ Words Exact(int) {
   return {};
 }
 
-// For players that read while they load: what they need first stands in front.
-const Words kH264 = {"-profile:v", "high", "-movflags", "+faststart+write_colr"};
+// For players that read while they load: what they need first stands in front. Nothing is added for
+// the eye's sake: a colour map is data.
+const Words kH264 = {"-profile:v", "high", "-psy", "0", "-movflags", "+faststart+write_colr"};
 const Words kVp9 = {"-deadline", "good", "-cpu-used", "4", "-row-mt", "1"};
+// Without a threshold they would begin anew at some quantizers and not at others.
+const Words kEven = {"-sc_threshold", "1000000000"};
+const Words kXvid = Joined(Words{"-tag:v", "XVID"}, kEven);
 const Words kForever = {"-plays", "0"};
 
 const Recipe kRecipes[] = {
@@ -63,11 +77,11 @@ const Recipe kRecipes[] = {
     {"gif", "gif", "gif", "gif", {"-loop", "0"}, Exact, Colours::kRgb, true},
     {"apng", "apng", "apng", "apng", kForever, Exact, Colours::kRgb},
     // The code under which most players know their MPEG-4 decoder.
-    {"avi", "avi", "avi", "mpeg4", {"-tag:v", "XVID"}, MpegQuality, Colours::kGuessed},
+    {"avi", "avi", "avi", "mpeg4", kXvid, MpegQuality, Colours::kGuessed},
     // The oldest of its kind that the players of Windows still decode.
-    {"wmv", "asf", "asf", "wmv2", {}, WmvQuality, Colours::kGuessed},
-    {"flv", "flv", "flv", "flv1", {}, MpegQuality, Colours::kGuessed},
-    {"swf", "swf", "swf", "flv1", {}, MpegQuality, Colours::kGuessed},
+    {"wmv", "asf", "asf", "wmv2", kEven, WmvQuality, Colours::kGuessed},
+    {"flv", "flv", "flv", "flv1", kEven, MpegQuality, Colours::kGuessed},
+    {"swf", "swf", "swf", "flv1", kEven, MpegQuality, Colours::kGuessed},
 };
 
 // Where the usual encoder of H.264 is left out of a converter for its licence.
