@@ -321,8 +321,8 @@ TEST_F(AnimateTest, TurnsFramesAsTheirFilesAsk) {
   Fill({{"f1.jpg", Drawn("color=lime:s=32x8", "mjpeg")}, {"f2.jpg", turned}});
   EXPECT_THAT(Run({"both.apng"}).output, HasSubstr(", 32x32, "));
   const std::string both = Rgb("both.apng");
-  ExpectNear(both, 11 * 32, {255, 255, 255});
-  ExpectNear(both, 12 * 32, {0, 255, 0});
+  ExpectNear(both, std::size_t{11} * 32, {255, 255, 255});
+  ExpectNear(both, std::size_t{12} * 32, {0, 255, 0});
   ExpectNear(both, 32 * 32 + 8, {255, 0, 0});
   ExpectNear(both, 32 * 32 + 7, {255, 255, 255});
 }

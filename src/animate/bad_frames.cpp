@@ -11,6 +11,7 @@ namespace {
 
 std::string TextOfAll(const Film& film, const std::vector<BadFrame>& bad) {
   std::vector<std::string> texts;
+  texts.reserve(bad.size());
   for (const BadFrame& one : bad) {
     texts.push_back(TextOf(film, one));
   }

@@ -22,7 +22,7 @@ struct PictureFacts {
   // Whether the file holds more pictures after this one.
   bool hasMore = false;
   // Why converters do not show it as it is: "has tiles"; empty for nothing known.
-  std::string fault = "";
+  std::string fault = {};
 };
 
 }  // namespace animate

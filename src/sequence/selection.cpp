@@ -66,6 +66,7 @@ class Folder {
   // "a1.png to a9.png (9), b1.png to b9.png (9)".
   std::string List(const std::vector<Candidate>& films) const {
     std::vector<std::string> texts;
+    texts.reserve(films.size());
     for (const Candidate& film : films) {
       texts.push_back(DescriptionOf(film));
     }
