@@ -154,6 +154,14 @@ TEST_F(AnimateLinuxTest, TakesAnotherConverterOrEncoderForH264) {
   EXPECT_THAT(run("mpeg4", converter_.Path()).errors, HasSubstr("which a .mp4 file needs"));
 }
 
+TEST_F(AnimateLinuxTest, LimitsTheThreadsOfDecoderFiltersAndEncoder) {
+  const ProgramResult result = RunWith(
+      R"([[ $* = *"-filter_threads 2 "*"-threads 2 -noautorotate"*"-threads 2 -f avi"* ]] || exit 7
+)" + kGood,
+      {}, {"--threads", "2"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+}
+
 TEST_F(AnimateLinuxTest, ProvesTheSheetAndPutsTheOldOneBack) {
   output_.Write("sheet.png", "old sheet");
   // What runs behind a good converter puts a folder in the animation's way.
@@ -161,7 +169,8 @@ TEST_F(AnimateLinuxTest, ProvesTheSheetAndPutsTheOldOneBack) {
       "/usr/bin/ffmpeg \"$@\"; cd " + output_.Path() + "; rm -rf out.avi; mkdir out.avi";
   for (const auto& [script, message] :
        {std::pair<std::string, const char*>{
-            R"(exec /usr/bin/ffmpeg "${@/;\[a\]tile/;[a]hflip,tile}")", "another picture"},
+            R"(exec /usr/bin/ffmpeg "${@/;\[a\]tile/;[a]hflip,tile}")",
+            "contact sheet shows another"},
         {blocked, "cannot take its place"}}) {
     const ProgramResult result = RunWith(script, {}, {"--contact-sheet", "sheet.png"});
     EXPECT_EQ(result.exitStatus, 1);

@@ -6,6 +6,7 @@
 #include "converter/find_converter.h"
 #include "converter/proof.h"
 #include "converter/size_limit.h"
+#include "converter/small_pictures.h"
 #include "film/failure.h"
 #include "platform/start_tries.h"
 #include "tests/support/run_program.h"
@@ -98,6 +99,54 @@ TEST(Proof, CountLengthAndSizeHaveToBeThoseOfTheFilm) {
     }
     EXPECT_THAT(message, testing::HasSubstr(c.message));
     EXPECT_EQ(message.empty(), *c.message == '\0') << message;
+  }
+}
+
+TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
+  const struct {
+    int quality;
+    // The one value of all cells of each picture.
+    std::vector<int> planned;
+    std::vector<int> seen;
+    const char* message;
+  } kCases[] = {
+      {80, {100, 100, 100}, {100, 105, 100}, "5"},
+      {80, {100, 100, 100}, {100, 106, 100}, "shows another picture in place of \"1.png\""},
+      {30, {100, 100, 100}, {114, 100, 86}, "14"},
+      {30, {100, 115, 100}, {100, 100, 115}, "another picture"},
+      // Nearer to the one before, or behind; those that differ by less than 16 are one.
+      {30, {100, 116, 100}, {100, 107, 100}, "shows a neighbour's picture in place of \"1.png\""},
+      {30, {100, 100, 120}, {100, 111, 120}, "shows a neighbour's picture in place of \"1.png\""},
+      {30, {100, 116, 100}, {100, 108, 100}, "8"},
+      {30, {100, 115, 100}, {100, 103, 100}, "12"},
+      {80, {100, 100}, {100, 100, 100}, "does not show as many pictures"},
+  };
+  for (const auto& c : kCases) {
+    animate::Film film;
+    film.format = animate::FindFormat("mp4");
+    film.quality = c.quality;
+    SetPlanned(film, {64, 64});
+    const TempFolder folder;
+    const auto write = [&](const char* name, const std::vector<int>& values) {
+      std::string content;
+      for (const int value : values) {
+        content += std::string(48, static_cast<char>(value));
+      }
+      folder.Write(name, content);
+      return std::filesystem::path(folder.File(name));
+    };
+    for (std::size_t index = 0; index < c.planned.size(); ++index) {
+      film.frames.push_back({.path = std::to_string(index) + ".png", .status = {}});
+      film.shown.push_back(index);
+    }
+    std::string said;
+    try {
+      said = std::to_string(
+          ComparePictures(film, write("planned", c.planned), write("seen", c.seen)).difference);
+    } catch (const animate::Failure& failure) {
+      said = failure.what();
+    }
+    EXPECT_THAT(said, testing::HasSubstr(c.message)) << testing::PrintToString(c.seen);
   }
 }
 

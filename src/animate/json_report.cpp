@@ -43,7 +43,7 @@ void AddPlan(const Plan& plan, Json& json) {
   json["rate"] = film.rate.value;
   json["width"] = film.size.width;
   json["height"] = film.size.height;
-  if (film.format->hasQuality) {
+  if (plan.way == Way::kConverter && film.format->hasQuality) {
     json["quality"] = film.quality;
   }
   if (film.levels) {

@@ -147,11 +147,9 @@ void PrintPlan(const Plan& plan) {
   }
 }
 
-void PrintLevels(const Levels& levels, const Options& options) {
-  if (!options.quiet) {
-    PrintNote("levels: the frames have values from " + std::to_string(levels.low) + " to " +
-              std::to_string(levels.high) + ", which are spread");
-  }
+void PrintLevels(const Levels& levels) {
+  PrintNote("levels: the frames have values from " + std::to_string(levels.low) + " to " +
+            std::to_string(levels.high) + ", which are spread");
 }
 
 void PrintIfDim(const Levels& levels, bool isDeep) {

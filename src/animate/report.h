@@ -41,7 +41,7 @@ void PrintBad(const Plan& plan, BadFrames how);
 void PrintPlan(const Plan& plan);
 
 // Notes between which values the colours of the frames are spread.
-void PrintLevels(const Levels& levels, const Options& options);
+void PrintLevels(const Levels& levels);
 
 // Notes that the frames use less than a quarter of the values that they could have, if so.
 void PrintIfDim(const Levels& levels, bool isDeep);

@@ -55,12 +55,25 @@ bool MayBeDim(const Film& film, const Likeness& likeness) {
          (film.isDeep || likeness.brightest < kWhite);
 }
 
+// A note is no reason to give up a proven film.
+void NoteIfDim(const Converter& converter, const Film& film, const Staging& staging) {
+  try {
+    PrintIfDim(MeasureLevels(converter, film, staging), film.isDeep);
+  } catch (const Failure& failure) {
+    if (failure.Status() == ExitStatus::kInterrupted) {
+      throw;
+    }
+  }
+}
+
 Made Make(const Converter& converter, Film film, const Options& options, const Places& places) {
   if (options.hasAutoLevels) {
     const Levels levels = MeasureLevels(converter, film, places.staging);
     // One value alone cannot be spread.
     film.levels = levels.low < levels.high ? std::optional(levels) : std::nullopt;
-    PrintLevels(levels, options);
+    if (film.levels && !options.quiet) {
+      PrintLevels(levels);
+    }
   }
   film = EncodeAsAsked(converter, film, options, places);
   if (!places.sheet.empty()) {
@@ -68,7 +81,7 @@ Made Make(const Converter& converter, Film film, const Options& options, const P
   }
   const Measurement measured = Prove(converter, film, places.target, places.staging.Folder());
   if (!options.quiet && MayBeDim(film, *measured.likeness)) {
-    PrintIfDim(MeasureLevels(converter, film, places.staging), film.isDeep);
+    NoteIfDim(converter, film, places.staging);
   }
   return {std::move(film), measured};
 }

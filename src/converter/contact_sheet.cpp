@@ -6,7 +6,6 @@
 #include "converter/frame_words.h"
 #include "converter/planned_picture.h"
 #include "converter/small_pictures.h"
-#include "film/failure.h"
 #include "platform/paths.h"
 
 namespace animate {
@@ -24,9 +23,9 @@ Film FilmOfSheet(const Film& film) {
   sheet.shown = FramesOnSheet(film);
   const int width = std::min(film.canvas.width, kCellWidth);
   const auto height = static_cast<long long>(film.canvas.height) * width / film.canvas.width;
-  sheet.planned = {width, std::max(static_cast<int>(height), 1)};
-  sheet.size = sheet.planned;
-  sheet.quality = 100;
+  // As exact as the pictures of those are.
+  sheet.format = FindFormat("apng");
+  SetPlanned(sheet, {width, std::max(static_cast<int>(height), 1)});
   if (film.freePixels == Film::FreePixels::kKept) {
     sheet.freePixels = Film::FreePixels::kLaid;
   }
@@ -53,19 +52,15 @@ void MakeContactSheet(const Converter& converter, const Film& film, const Stagin
                            ":padding=" + std::to_string(kBorder) +
                            ":margin=" + std::to_string(kBorder);
   const std::string planned = "planned_sheet.rgb";
-  const auto run = [&](const Words& words) {
-    if (const auto made = converter.MakePictures(words, staging.Folder(), [](std::size_t) {});
-        !made) {
-      throw Failure(made.Reason());
-    }
-  };
-  run(Joined(converter.Threads(), InputWords(film, staging.SheetPattern()),
+  converter.MakePictures(
+      Joined(converter.Threads(), InputWords(film, staging.SheetPattern()),
              Words{"-filter_complex", "[0:v]" + PlannedPicture(cells) + ",split[a][b];[a]" + tile +
                                           "[sheet];[b]" + PlannedInSmall(cells) + "[small]"},
              Words{"-map", "[sheet]", "-frames:v", "1", "-pix_fmt", "rgb24", "-c:v", "png"},
              converter.Threads(), Words{"-f", "image2pipe", platform::ArgumentOfPath(target)},
              Words{"-map", "[small]", "-r", film.rate.text, "-c:v", "rawvideo", "-f", "rawvideo",
-                   planned}));
+                   planned}),
+      staging.Folder());
   // The finished sheet, looked at cell by cell.
   const std::string seen = "seen_sheet.rgb";
   const auto step = [](int side) { return std::to_string(side + kBorder); };
@@ -74,11 +69,14 @@ void MakeContactSheet(const Converter& converter, const Film& film, const Stagin
                            "+mod(n\\," + std::to_string(columns) + ")*" + step(cells.size.width) +
                            ":" + std::to_string(kBorder) + "+floor(n/" + std::to_string(columns) +
                            ")*" + step(cells.size.height);
-  run({"-f", "png_pipe", "-i", platform::ArgumentOfPath(target), "-vf",
-       "loop=" + std::to_string(cells.shown.size() - 1) + ":1:0," + cell + "," +
-           PlannedInSmall(cells),
-       "-vsync", "0", "-c:v", "rawvideo", "-f", "rawvideo", seen});
-  ComparePictures(cells, staging.Folder() / planned, staging.Folder() / seen);
+  converter.MakePictures(
+      Joined(converter.Threads(),
+             Words{"-f", "png_pipe", "-i", platform::ArgumentOfPath(target), "-vf",
+                   "loop=" + std::to_string(cells.shown.size() - 1) + ":1:0," + cell + "," +
+                       PlannedInSmall(cells)},
+             Words{"-vsync", "0", "-c:v", "rawvideo", "-f", "rawvideo", seen}),
+      staging.Folder());
+  ComparePictures(cells, staging.Folder() / planned, staging.Folder() / seen, "contact sheet");
 }
 
 }  // namespace animate

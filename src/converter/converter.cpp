@@ -19,22 +19,18 @@ bool IsEncoder(const std::string& line, const std::string& codec) {
 
 }  // namespace
 
-platform::Result<std::size_t> Converter::MakePictures(
-    const Words& arguments, const std::filesystem::path& folder,
-    const std::function<void(std::size_t)>& progress) const {
-  std::size_t count = 0;
+void Converter::MakePictures(const Words& arguments, const std::filesystem::path& folder,
+                             const std::function<void(std::size_t)>& progress) const {
   const platform::Result<platform::Done> result = ReadOutput(
       Joined(Words{"-progress", "pipe:1"}, arguments), folder, [&](const std::string& line) {
         constexpr char kFrames[] = "frame=";
         if (line.rfind(&kFrames[0], 0) == 0) {
-          count = std::strtoull(line.c_str() + sizeof(kFrames) - 1, nullptr, 10);
-          progress(count);
+          progress(std::strtoull(line.c_str() + sizeof(kFrames) - 1, nullptr, 10));
         }
       });
   if (!result) {
-    return platform::SystemError{result.Reason()};
+    throw Failure(result.Reason());
   }
-  return count;
 }
 
 platform::Result<platform::Done> Converter::ReadOutput(

@@ -29,10 +29,10 @@ class Converter {
   }
 
   // Has it make pictures, with `arguments` in `folder`. `progress` gets the number of those that
-  // are done. Returns how many it says that it has made.
-  platform::Result<std::size_t> MakePictures(
+  // are done. Throws a Failure when it reports any error.
+  void MakePictures(
       const Words& arguments, const std::filesystem::path& folder,
-      const std::function<void(std::size_t)>& progress) const;
+      const std::function<void(std::size_t)>& progress = [](std::size_t) {}) const;
 
   // Runs it with `arguments` in `folder`; `outputLine` gets what it writes to its standard output,
   // line by line.

@@ -6,7 +6,6 @@
 #include "converter/planned_picture.h"
 #include "converter/recipe.h"
 #include "converter/small_pictures.h"
-#include "film/failure.h"
 #include "platform/paths.h"
 
 namespace animate {
@@ -14,9 +13,7 @@ namespace animate {
 void Encode(const Converter& converter, const Film& film, const Staging& staging,
             const std::filesystem::path& target, const std::function<void(std::size_t)>& progress) {
   const auto run = [&](const Words& words) {
-    if (const auto made = converter.MakePictures(words, staging.Folder(), progress); !made) {
-      throw Failure(made.Reason());
-    }
+    converter.MakePictures(words, staging.Folder(), progress);
   };
   const Recipe& recipe = RecipeFor(*film.format);
   const Words input = Joined(converter.Threads(), InputWords(film, staging.Pattern()));

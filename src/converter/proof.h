@@ -10,10 +10,10 @@
 
 namespace animate {
 
-// Has the converter, in `folder`, read the file at `target` back, and then look at its pictures,
-// which are compared with the planned ones that the encoding left in `folder`. Throws a Failure
-// when there is any error in it, or its count of pictures, its length, their size or what they show
-// is not that of the film.
+// Has the converter, in `folder`, read the file at `target` back and look at its pictures, which
+// are compared with the planned ones that the encoding left in `folder`. Throws a Failure when
+// there is any error in it, or its count of pictures, its length, their size or what they show is
+// not that of the film.
 Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
                   const std::filesystem::path& folder);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 #include "converter/encoding.h"
 #include "film/failure.h"
@@ -40,9 +39,12 @@ Film EncodeWithin(std::uint64_t most, const Converter& converter, const Film& fi
     }
     quality = std::max(bestOf(twentieths), lowest);
   }
-  // What was tried last need not be what is best.
-  if (tried.quality != quality || tried.size != Shrunk(film, twentieths * 5).size) {
+  // What was tried last need not be what is best, nor the same pictures the same bytes.
+  if (tried.quality != quality || tried.planned != Shrunk(film, twentieths * 5).planned) {
     encode(twentieths, quality);
+  }
+  if (platform::QueryStatus(target).size > most) {
+    throw Failure("--max-size: what fitted once did not when it was made again");
   }
   return tried;
 }

@@ -148,9 +148,8 @@ bool IsRather(const std::string& other, const std::string& own, const std::strin
 
 [[noreturn]] void Refuse(const Film& film, std::size_t number, const std::string& what,
                          int difference) {
-  throw Failure("the finished file shows " + what + " in place of " +
-                Quoted(film.frames[film.shown[number]].path.filename()) + " (a colour differs by " +
-                std::to_string(difference) + " of 255)");
+  throw Failure(what + " in place of " + Quoted(film.frames[film.shown[number]].path.filename()) +
+                " (a colour differs by " + std::to_string(difference) + " of 255)");
 }
 
 }  // namespace
@@ -175,7 +174,7 @@ std::string SeenInSmall(const Film& film) {
 }
 
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
-                         const std::filesystem::path& seen) {
+                         const std::filesystem::path& seen, const std::string& name) {
   const SmallPictures plannedOnes(film, planned);
   const SmallPictures seenOnes(film, seen);
   const Allowance& allowance = AllowanceOf(film);
@@ -189,10 +188,10 @@ Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
     const std::string found = seenOnes.At(number);
     const int difference = LargestDifference(own, found);
     if (difference > allowance.cell || LargestDifference(Mean(own), Mean(found)) > allowance.mean) {
-      Refuse(film, number, "another picture", difference);
+      Refuse(film, number, "the finished " + name + " shows another picture", difference);
     }
     if (IsRather(before, own, found, allowance.way) || IsRather(after, own, found, allowance.way)) {
-      Refuse(film, number, "a neighbour's picture", difference);
+      Refuse(film, number, "the finished " + name + " shows a neighbour's picture", difference);
     }
     if (difference > worst.difference) {
       worst.difference = difference;

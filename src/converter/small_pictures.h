@@ -18,10 +18,11 @@ std::string PlannedInSmall(const Film& film);
 std::string SeenInSmall(const Film& film);
 
 // Compares the small pictures in two files, those that were planned and those that are seen in the
-// finished film. Returns the largest difference of a colour in a cell, and where it is. Throws a
-// Failure when one is larger than what the coder may lose, when a picture as a whole has other
-// colours or is more like a neighbour's, and when a file has not one for every picture of the film.
+// finished film, which messages call `name`. Returns the largest difference of a colour in a cell,
+// and where it is. Throws a Failure when one is larger than what the coder may lose, when a picture
+// as a whole has other colours or is more like a neighbour's, and when a file has not one for every
+// picture of the film.
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
-                         const std::filesystem::path& seen);
+                         const std::filesystem::path& seen, const std::string& name = "file");
 
 }  // namespace animate
