@@ -7,6 +7,7 @@
 #include "converter/proof.h"
 #include "converter/size_limit.h"
 #include "converter/small_pictures.h"
+#include "converter/staging.h"
 #include "film/failure.h"
 #include "platform/start_tries.h"
 #include "tests/support/run_program.h"
@@ -110,15 +111,16 @@ TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
     std::vector<int> seen;
     const char* message;
   } kCases[] = {
-      {80, {100, 100, 100}, {100, 105, 100}, "5"},
+      {80, {100, 100, 100}, {100, 100, 100}, "0 at 9"},
+      {80, {100, 100, 100}, {100, 105, 100}, "5 at 1"},
       {80, {100, 100, 100}, {100, 106, 100}, "shows another picture in place of \"1.png\""},
-      {30, {100, 100, 100}, {114, 100, 86}, "14"},
+      {30, {100, 100, 100}, {114, 100, 86}, "14 at 0"},
       {30, {100, 115, 100}, {100, 100, 115}, "another picture"},
       // Nearer to the one before, or behind; those that differ by less than 16 are one.
       {30, {100, 116, 100}, {100, 107, 100}, "shows a neighbour's picture in place of \"1.png\""},
       {30, {100, 100, 120}, {100, 111, 120}, "shows a neighbour's picture in place of \"1.png\""},
-      {30, {100, 116, 100}, {100, 108, 100}, "8"},
-      {30, {100, 115, 100}, {100, 103, 100}, "12"},
+      {30, {100, 116, 100}, {100, 108, 100}, "8 at 1"},
+      {30, {100, 115, 100}, {100, 103, 100}, "12 at 1"},
       {80, {100, 100}, {100, 100, 100}, "does not show as many pictures"},
   };
   for (const auto& c : kCases) {
@@ -141,13 +143,32 @@ TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
     }
     std::string said;
     try {
-      said = std::to_string(
-          ComparePictures(film, write("planned", c.planned), write("seen", c.seen)).difference);
+      const auto planned = write("planned", c.planned);
+      const auto seen = write("seen", c.seen);
+      said = std::to_string(ComparePictures(film, planned, seen).difference) + " at " +
+             std::to_string(FirstOther(film, planned, seen).value_or(9));
     } catch (const animate::Failure& failure) {
       said = failure.what();
     }
     EXPECT_THAT(said, testing::HasSubstr(c.message)) << testing::PrintToString(c.seen);
   }
+}
+
+TEST(Staging, SeesAFileWrittenAnewThatHasItsSizeAndTimeBack) {
+  const TempFolder folder;
+  folder.WriteAll({"1.png", "2.png"});
+  animate::Film film;
+  film.frameType = "png";
+  for (const char* name : {"1.png", "2.png"}) {
+    film.shown.push_back(film.frames.size());
+    film.frames.push_back({.path = folder.File(name), .status = {}});
+  }
+  const animate::Staging staging(film, {});
+  EXPECT_FALSE(staging.IsTouched(film));
+  const auto time = std::filesystem::last_write_time(folder.File("2.png"));
+  folder.Write("2.png", "other");
+  std::filesystem::last_write_time(folder.File("2.png"), time);
+  EXPECT_TRUE(staging.IsTouched(film));
 }
 
 TEST(ContactSheet, SpreadsItsFramesFromTheFirstToTheLast) {

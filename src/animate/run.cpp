@@ -17,8 +17,8 @@
 #include "animate/timing.h"
 #include "animate/uncompressed_avi.h"
 #include "animate/with_converter.h"
+#include "film/changed_frame.h"
 #include "film/interruption.h"
-#include "film/quoted.h"
 #include "platform/file_system.h"
 #include "platform/paths.h"
 
@@ -42,7 +42,7 @@ std::vector<Frame> FramesIn(const Film& film) {
 void CheckUnchanged(const Film& film) {
   for (const Frame& frame : FramesIn(film)) {
     if (platform::QueryStatus(frame.path) != frame.status) {
-      throw Failure(Quoted(frame.path.filename()) + " was changed while the animation was made");
+      throw ChangedFrame(frame);
     }
   }
 }

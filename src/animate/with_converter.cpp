@@ -8,6 +8,7 @@
 #include "animate/progress_line.h"
 #include "animate/report.h"
 #include "converter/bad_frames.h"
+#include "converter/changed_frames.h"
 #include "converter/contact_sheet.h"
 #include "converter/converter.h"
 #include "converter/encoding.h"
@@ -80,6 +81,7 @@ Made Make(const Converter& converter, Film film, const Options& options, const P
     MakeContactSheet(converter, film, places.staging, places.sheet);
   }
   const Measurement measured = Prove(converter, film, places.target, places.staging.Folder());
+  CheckStillPlanned(converter, film, places.staging);
   if (!options.quiet && MayBeDim(film, *measured.likeness)) {
     NoteIfDim(converter, film, places.staging);
   }

@@ -9,6 +9,24 @@
 #include "platform/paths.h"
 
 namespace animate {
+namespace {
+
+Words InputOf(const Converter& converter, const Film& film, const Staging& staging) {
+  return Joined(converter.Threads(), InputWords(film, staging.Pattern()));
+}
+
+// Some filters forget it.
+Words RateOf(const Film& film) {
+  return {"-r", film.rate.text};
+}
+
+// The output of small pictures.
+Words SmallOutput(const Film& film, const std::string& name) {
+  return Joined(Words{"-map", "[small]"}, RateOf(film),
+                Words{"-c:v", "rawvideo", "-f", "rawvideo", name});
+}
+
+}  // namespace
 
 void Encode(const Converter& converter, const Film& film, const Staging& staging,
             const std::filesystem::path& target, const std::function<void(std::size_t)>& progress) {
@@ -16,13 +34,10 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
     converter.MakePictures(words, staging.Folder(), progress);
   };
   const Recipe& recipe = RecipeFor(*film.format);
-  const Words input = Joined(converter.Threads(), InputWords(film, staging.Pattern()));
-  // Some filters forget it.
-  const Words rate = {"-r", film.rate.text};
-  const Words output = Joined(rate, EncodingWords(film), converter.Threads(),
+  const Words input = InputOf(converter, film, staging);
+  const Words output = Joined(RateOf(film), EncodingWords(film), converter.Threads(),
                               Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)});
-  const Words small = Joined(Words{"-map", "[small]"}, rate,
-                             Words{"-c:v", "rawvideo", "-f", "rawvideo", kPlannedPictures});
+  const Words small = SmallOutput(film, kPlannedPictures);
   const std::string planned = "[0:v]" + PlannedPicture(film);
   // What comes of a planned picture, on its way to the film and in small.
   const auto graph = [&](const std::string& way) {
@@ -38,6 +53,15 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
   run(Joined(input,
              Words{"-i", palette, "-filter_complex", graph("[1:v]paletteuse"), "-map", "[film]"},
              output, small));
+}
+
+void MakeSmallPictures(const Converter& converter, const Film& film, const Staging& staging,
+                       const std::string& name) {
+  converter.MakePictures(Joined(InputOf(converter, film, staging),
+                                Words{"-filter_complex", "[0:v]" + PlannedPicture(film) + "," +
+                                                             PlannedInSmall(film) + "[small]"},
+                                SmallOutput(film, name)),
+                         staging.Folder());
 }
 
 }  // namespace animate

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <string>
 
 #include "converter/converter.h"
 #include "converter/staging.h"
@@ -19,5 +20,10 @@ inline constexpr char kPlannedPictures[] = "planned.rgb";
 // converter reports any error.
 void Encode(const Converter& converter, const Film& film, const Staging& staging,
             const std::filesystem::path& target, const std::function<void(std::size_t)>& progress);
+
+// Makes the small pictures of the planned film again, in the file `name` in the staging folder.
+// Throws a Failure when the converter reports any error.
+void MakeSmallPictures(const Converter& converter, const Film& film, const Staging& staging,
+                       const std::string& name);
 
 }  // namespace animate

@@ -206,4 +206,16 @@ Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
   return worst;
 }
 
+std::optional<std::size_t> FirstOther(const Film& film, const std::filesystem::path& planned,
+                                      const std::filesystem::path& again) {
+  const SmallPictures plannedOnes(film, planned);
+  const SmallPictures newOnes(film, again);
+  for (std::size_t number = 0; number < film.shown.size(); ++number) {
+    if (plannedOnes.At(number) != newOnes.At(number)) {
+      return number;
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace animate

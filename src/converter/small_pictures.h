@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 #include "film/film.h"
@@ -24,5 +25,10 @@ std::string SeenInSmall(const Film& film);
 // picture of the film.
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
                          const std::filesystem::path& seen, const std::string& name = "file");
+
+// The number of the first picture of which the two files have different small ones; nothing when
+// all are the same.
+std::optional<std::size_t> FirstOther(const Film& film, const std::filesystem::path& planned,
+                                      const std::filesystem::path& again);
 
 }  // namespace animate

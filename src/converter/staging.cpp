@@ -87,6 +87,16 @@ void LinkFrames(const Film& film, const std::vector<std::size_t>& shown,
   }
 }
 
+// When each frame that is shown was last touched.
+std::vector<std::uint64_t> TouchedOf(const Film& film) {
+  std::vector<std::uint64_t> touched;
+  touched.reserve(film.shown.size());
+  for (const std::size_t index : film.shown) {
+    touched.push_back(platform::QueryTouched(film.frames[index].path));
+  }
+  return touched;
+}
+
 platform::PrivateFolder MakeFolder() {
   const auto [folder, variable] = platform::FindTemporaryPlace();
   return OrFail(platform::PrivateFolder::Make(),
@@ -102,6 +112,11 @@ Staging::Staging(const Film& film, const std::vector<std::size_t>& onSheet)
       sheetPattern_("sheet%02d." + LinkExtension(film)) {
   LinkFrames(film, film.shown, folder_.Path(), pattern_);
   LinkFrames(film, onSheet, folder_.Path(), sheetPattern_);
+  touched_ = TouchedOf(film);
+}
+
+bool Staging::IsTouched(const Film& film) const {
+  return TouchedOf(film) != touched_;
 }
 
 }  // namespace animate

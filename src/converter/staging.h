@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,10 +26,15 @@ class Staging {
   const std::string& Pattern() const { return pattern_; }
   const std::string& SheetPattern() const { return sheetPattern_; }
 
+  // Whether the file of a frame of `film`, the same one, was touched since the links stand: its
+  // content may be another although its size and times are what they were.
+  bool IsTouched(const Film& film) const;
+
  private:
   platform::PrivateFolder folder_;
   std::string pattern_;
   std::string sheetPattern_;
+  std::vector<std::uint64_t> touched_;
 };
 
 }  // namespace animate

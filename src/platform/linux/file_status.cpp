@@ -29,4 +29,8 @@ FileStatus QueryStatus(const std::filesystem::path& path) {
   return stat(path.c_str(), &found) == 0 ? StatusOf(found) : FileStatus();
 }
 
+std::uint64_t QueryTouched(const std::filesystem::path& path) {
+  return QueryStatus(path).touched;
+}
+
 }  // namespace platform

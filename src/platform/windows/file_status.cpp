@@ -41,4 +41,12 @@ FileStatus QueryStatus(const std::filesystem::path& path) {
   return StatusOf(OpenedFile(path, 0, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS).get());
 }
 
+std::uint64_t QueryTouched(const std::filesystem::path& path) {
+  const OwnedHandle file = OpenedFile(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+  FILE_BASIC_INFO found = {};
+  return file && GetFileInformationByHandleEx(file.get(), FileBasicInfo, &found, sizeof(found)) != 0
+             ? static_cast<std::uint64_t>(found.ChangeTime.QuadPart)
+             : 0;
+}
+
 }  // namespace platform
