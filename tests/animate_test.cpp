@@ -383,6 +383,14 @@ TEST_F(AnimateTest, FitsIntoALimit) {
   EXPECT_TRUE(bytes <= 7000 && bytes > 6000) << bytes;
   EXPECT_THAT(made("1.5kB"), testing::Not(HasSubstr("64x64, ")));
   EXPECT_THAT(Run({"none.mp4", "--max-size", "0.5kB"}).errors, HasSubstr("not even a quarter"));
+  // The two best quantizers of this one make 26 and 12 kB of these.
+  const std::string faint = "rgbtestsrc=s=160x120,noise=alls=6:all_seed=";
+  Fill({{"f1.png", Drawn(faint + "1", "png")},
+        {"f2.png", Drawn(faint + "2", "png")},
+        {"f3.png", Drawn(faint + "3", "png")}});
+  EXPECT_THAT(Run({"steps.avi", "--max-size", "17.5kB"}).output, HasSubstr("160x120, quality "));
+  const auto filled = fs::file_size(fs::path(output_.Path()) / "steps.avi");
+  EXPECT_TRUE(filled <= 17'500 && filled > 14'000) << filled;
 }
 
 TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {

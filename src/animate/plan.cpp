@@ -163,6 +163,7 @@ Film MakeFilm(const Options& options, const Findings& found, const Timing& timin
                .background = options.background.value_or(Colour()),
                .format = options.format,
                .quality = QualityOf(options),
+               .bitRate = {},
                .rate = options.rate,
                .planned = {},
                .size = {}};

@@ -39,21 +39,46 @@ Words Vp9Quality(int quality) {
 
 // What these coders call the quantizer; left alone they stop at 2. Of its whole numbers those are
 // used of which a smaller one always shows more, in more bytes.
-Words Quantizer(double measure) {
-  constexpr int kUsed[] = {30, 24, 20, 16, 12, 10, 8, 6, 4, 3, 2, 1};
-  const int nearest = *std::min_element(
-      std::begin(kUsed), std::end(kUsed),
-      [&](int left, int right) { return std::abs(left - measure) < std::abs(right - measure); });
-  return {"-qmin", "1", "-q:v", std::to_string(nearest)};
+constexpr int kQuantizers[] = {30, 24, 20, 16, 12, 10, 8, 6, 4, 3, 2, 1};
+
+const int* NearestQuantizer(double measure) {
+  return std::min_element(std::begin(kQuantizers), std::end(kQuantizers), [&](int left, int right) {
+    return std::abs(left - measure) < std::abs(right - measure);
+  });
 }
 
+Words Quantizer(double measure) {
+  return {"-qmin", "1", "-q:v", std::to_string(*NearestQuantizer(measure))};
+}
+
+// Between that and the next finer one, as the bits allow.
+Words QuantizersWithin(double measure, double bitRate) {
+  const int* const nearest = NearestQuantizer(measure);
+  const int* const finer = std::min(nearest + 1, std::prev(std::end(kQuantizers)));
+  // Left alone, a further limit keeps them from 1.
+  return {"-qmin", std::to_string(*finer), "-qmax", std::to_string(*nearest), "-lmin", "1",
+          "-b:v",  Whole(bitRate)};
+}
+
+double MpegMeasure(int quality) {
+  return Measure(quality, 30, 2, 1);
+}
 Words MpegQuality(int quality) {
-  return Quantizer(Measure(quality, 30, 2, 1));
+  return Quantizer(MpegMeasure(quality));
+}
+Words MpegWithin(int quality, double bitRate) {
+  return QuantizersWithin(MpegMeasure(quality), bitRate);
 }
 
 // This one's numbers end before strong edges do where the quantizer is finer.
+double WmvMeasure(int quality) {
+  return Measure(quality, 30, 4, 3);
+}
 Words WmvQuality(int quality) {
-  return Quantizer(Measure(quality, 30, 4, 3));
+  return Quantizer(WmvMeasure(quality));
+}
+Words WmvWithin(int quality, double bitRate) {
+  return QuantizersWithin(WmvMeasure(quality), bitRate);
 }
 
 // Nothing is lost, whatever the quality.
@@ -77,11 +102,11 @@ const Recipe kRecipes[] = {
     {"gif", "gif", "gif", "gif", {"-loop", "0"}, Exact, Colours::kRgb, true},
     {"apng", "apng", "apng", "apng", kForever, Exact, Colours::kRgb},
     // The code under which most players know their MPEG-4 decoder.
-    {"avi", "avi", "avi", "mpeg4", kXvid, MpegQuality, Colours::kGuessed},
+    {"avi", "avi", "avi", "mpeg4", kXvid, MpegQuality, Colours::kGuessed, false, MpegWithin},
     // The oldest of its kind that the players of Windows still decode.
-    {"wmv", "asf", "asf", "wmv2", kEven, WmvQuality, Colours::kGuessed},
-    {"flv", "flv", "flv", "flv1", kEven, MpegQuality, Colours::kGuessed},
-    {"swf", "swf", "swf", "flv1", kEven, MpegQuality, Colours::kGuessed},
+    {"wmv", "asf", "asf", "wmv2", kEven, WmvQuality, Colours::kGuessed, false, WmvWithin},
+    {"flv", "flv", "flv", "flv1", kEven, MpegQuality, Colours::kGuessed, false, MpegWithin},
+    {"swf", "swf", "swf", "flv1", kEven, MpegQuality, Colours::kGuessed, false, MpegWithin},
 };
 
 // Where the usual encoder of H.264 is left out of a converter for its licence.
@@ -158,9 +183,11 @@ Words EncodingWords(const Film& film) {
       film.hasOtherEncoder ? *OtherRecipeFor(*film.format) : RecipeFor(*film.format);
   const Words tags = {"-color_primaries", "bt709", "-color_trc",   "bt709",
                       "-colorspace",      "bt709", "-color_range", "tv"};
-  return Joined(Words{"-c:v", recipe.codec}, recipe.parameters, recipe.quality(film.quality),
-                recipe.colours == Colours::kTagged ? tags : Words(),
-                recipe.codec == "libx264" ? LevelWords(film) : Words(), WordsForFilm(film));
+  return Joined(
+      Words{"-c:v", recipe.codec}, recipe.parameters,
+      film.bitRate ? recipe.within(film.quality, *film.bitRate) : recipe.quality(film.quality),
+      recipe.colours == Colours::kTagged ? tags : Words(),
+      recipe.codec == "libx264" ? LevelWords(film) : Words(), WordsForFilm(film));
 }
 
 std::string ColourFilter(const Film& film) {

@@ -32,6 +32,9 @@ struct Recipe {
   Colours colours = Colours::kRgb;
   // Whether the colours are gathered in a palette first.
   bool hasPalette = false;
+  // The words for that quality at least, and more where a number of bits a second allows; null
+  // where qualities are so many that their sizes differ little.
+  Words (*within)(int quality, double bitRate) = nullptr;
 };
 
 // The recipe for a format; every format has one.
