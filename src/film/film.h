@@ -60,8 +60,8 @@ struct Film {
   bool hasOtherEncoder = false;
   // From 1 to 100; larger is better.
   int quality = 80;
-  // The bits a second that may be used up by a little more quality, where the format's own steps are
-  // large.
+  // The bits a second that may be used up by a little more quality, where the format's own steps
+  // are large.
   std::optional<double> bitRate;
   Rate rate;
   // Of the planned picture: the canvas, or what it is fitted into.
