@@ -155,6 +155,13 @@ TEST_F(AnimateLinuxTest, TakesAnotherConverterOrEncoderForH264) {
   EXPECT_THAT(run("mpeg4", converter_.Path()).errors, HasSubstr("which a .mp4 file needs"));
 }
 
+TEST_F(AnimateLinuxTest, ShowsItsProgressOnATerminal) {
+  const Words terminal = {"/bin/sh", "-c", "exec script -qec \"$*\" /dev/null", "sh"};
+  EXPECT_THAT(RunWith(kGood, terminal).output, HasSubstr("12 of 12 frames"));
+  EXPECT_THAT(RunWith(kGood, terminal, {"--quiet"}).output, testing::Not(HasSubstr("12 of 12 frames")));
+  EXPECT_THAT(RunWith(kGood).errors, testing::Not(HasSubstr("12 of 12 frames")));
+}
+
 TEST_F(AnimateLinuxTest, LimitsTheThreadsOfDecoderFiltersAndEncoder) {
   const ProgramResult result = RunWith(
       R"([[ $* = *"-filter_threads 2 "*"-threads 2 -noautorotate"*"-threads 2 -f avi"* ]] || exit 7

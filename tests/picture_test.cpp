@@ -117,6 +117,7 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
        "is a TIFF with signed or floating-point values, which converters show wrong"},
       {"a.tif", Tiff(true, 84, 258, 12),
        "is a TIFF with 12 bits a value, which converters do not decode"},
+      {"a.tif", Tiff(true, 84, 262, 5), "300x5"},
       {"a.tif", Tiff(true, 84, 262, 8),
        "is a TIFF whose colours are not red, green and blue, which converters show wrong"},
       {"a.tif", Tiff(true, 84, 338, 1),
