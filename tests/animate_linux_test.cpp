@@ -158,7 +158,8 @@ TEST_F(AnimateLinuxTest, TakesAnotherConverterOrEncoderForH264) {
 TEST_F(AnimateLinuxTest, ShowsItsProgressOnATerminal) {
   const Words terminal = {"/bin/sh", "-c", "exec script -qec \"$*\" /dev/null", "sh"};
   EXPECT_THAT(RunWith(kGood, terminal).output, HasSubstr("12 of 12 frames"));
-  EXPECT_THAT(RunWith(kGood, terminal, {"--quiet"}).output, testing::Not(HasSubstr("12 of 12 frames")));
+  EXPECT_THAT(RunWith(kGood, terminal, {"--quiet"}).output,
+              testing::Not(HasSubstr("12 of 12 frames")));
   EXPECT_THAT(RunWith(kGood).errors, testing::Not(HasSubstr("12 of 12 frames")));
 }
 
