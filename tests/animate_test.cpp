@@ -296,6 +296,7 @@ TEST_F(AnimateTest, PutsFramesOnTheBackgroundInTheMiddle) {
   ExpectNear(laid, 18, {0, 128, 0});
   // Twice as large, as far as the shape goes, and even.
   EXPECT_THAT(Run({"fit.mp4", "--size", "13x"}).output, HasSubstr(", 14x4, "));
+  EXPECT_THAT(Run({"fit.webm", "--size", "x4"}).output, HasSubstr(", 12x4, "));
   EXPECT_EQ(Run({"fit.apng", "--size", "12x5", "--background", "black"}).exitStatus, 0);
   const std::string fitted = Rgb("fit.apng");
   ExpectNear(fitted, 12 * 1 + 3, {128, 0, 0});

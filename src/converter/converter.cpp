@@ -6,6 +6,7 @@
 #include "film/failure.h"
 #include "film/interruption.h"
 #include "film/quoted.h"
+#include "platform/line_splitter.h"
 #include "platform/program_search.h"
 
 namespace animate {
@@ -21,7 +22,7 @@ bool IsEncoder(const std::string& line, const std::string& codec) {
 
 void Converter::MakePictures(const Words& arguments, const std::filesystem::path& folder,
                              const std::function<void(std::size_t)>& progress) const {
-  const platform::Result<platform::Done> result = ReadOutput(
+  const platform::Result<platform::Done> result = ReadLines(
       Joined(Words{"-progress", "pipe:1"}, arguments), folder, [&](const std::string& line) {
         constexpr char kFrames[] = "frame=";
         if (line.rfind(&kFrames[0], 0) == 0) {
@@ -33,12 +34,12 @@ void Converter::MakePictures(const Words& arguments, const std::filesystem::path
   }
 }
 
-platform::Result<platform::Done> Converter::ReadOutput(
+platform::Result<platform::Done> Converter::ReadBytes(
     const Words& arguments, const std::filesystem::path& folder,
-    const std::function<void(const std::string&)>& outputLine) const {
+    const std::function<void(std::string_view)>& output) const {
   std::string firstLine;
   std::string firstError;
-  const platform::ProcessEnd end = Run(arguments, folder, outputLine, [&](const std::string& line) {
+  const platform::ProcessEnd end = Run(arguments, folder, output, [&](const std::string& line) {
     firstLine = firstLine.empty() ? line : firstLine;
     firstError = firstError.empty() ? ErrorIn(line) : firstError;
   });
@@ -51,24 +52,33 @@ platform::Result<platform::Done> Converter::ReadOutput(
                                (said.empty() ? "" : ": " + said)};
 }
 
+platform::Result<platform::Done> Converter::ReadLines(
+    const Words& arguments, const std::filesystem::path& folder,
+    const std::function<void(const std::string&)>& outputLine) const {
+  platform::LineSplitter lines(outputLine);
+  auto result = ReadBytes(arguments, folder, [&](std::string_view piece) { lines.Take(piece); });
+  lines.Finish();
+  return result;
+}
+
 void Converter::ReadMessages(const Words& arguments, const std::filesystem::path& folder,
                              const std::function<void(const std::string&)>& message) const {
   Run(
-      arguments, folder, [](const std::string&) {}, message);
+      arguments, folder, [](std::string_view) {}, message);
 }
 
 platform::ProcessEnd Converter::Run(
     const Words& arguments, const std::filesystem::path& folder,
-    const std::function<void(const std::string&)>& outputLine,
+    const std::function<void(std::string_view)>& output,
     const std::function<void(const std::string&)>& errorLine) const {
   const std::string count = std::to_string(threads_);
   const Words filters =
       threads_ == 0 ? Words() : Words{"-filter_threads", count, "-filter_complex_threads", count};
   const Words common =
       Joined(Words{"-hide_banner", "-nostdin", "-v", "level+error", "-y"}, filters);
-  platform::ProcessEnd end = OrFail(
-      platform::RunWatched(program_, Joined(common, arguments), folder, outputLine, errorLine),
-      "the converter " + Quoted(program_) + " cannot be started");
+  platform::ProcessEnd end =
+      OrFail(platform::RunWatched(program_, Joined(common, arguments), folder, output, errorLine),
+             "the converter " + Quoted(program_) + " cannot be started");
   if (end.interrupted) {
     StopIfInterrupted();
   }
@@ -77,7 +87,7 @@ platform::ProcessEnd Converter::Run(
 
 std::optional<bool> Converter::HasEncoder(const std::string& codec) const {
   bool hasEncoder = false;
-  const auto result = ReadOutput(
+  const auto result = ReadLines(
       {"-encoders"}, platform::ProgramFolder(),
       [&](const std::string& line) { hasEncoder = hasEncoder || IsEncoder(line, codec); });
   return result ? std::optional(hasEncoder) : std::nullopt;

@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "converter/words.h"
 #include "platform/result.h"
@@ -34,9 +35,14 @@ class Converter {
       const Words& arguments, const std::filesystem::path& folder,
       const std::function<void(std::size_t)>& progress = [](std::size_t) {}) const;
 
-  // Runs it with `arguments` in `folder`; `outputLine` gets what it writes to its standard output,
-  // line by line.
-  platform::Result<platform::Done> ReadOutput(
+  // Runs it with `arguments` in `folder`; `output` gets what it writes to its standard output,
+  // piece by piece.
+  platform::Result<platform::Done> ReadBytes(
+      const Words& arguments, const std::filesystem::path& folder,
+      const std::function<void(std::string_view)>& output) const;
+
+  // The same for text, line by line.
+  platform::Result<platform::Done> ReadLines(
       const Words& arguments, const std::filesystem::path& folder,
       const std::function<void(const std::string&)>& outputLine) const;
 
@@ -53,7 +59,7 @@ class Converter {
 
  private:
   platform::ProcessEnd Run(const Words& arguments, const std::filesystem::path& folder,
-                           const std::function<void(const std::string&)>& outputLine,
+                           const std::function<void(std::string_view)>& output,
                            const std::function<void(const std::string&)>& errorLine) const;
 
   std::filesystem::path program_;

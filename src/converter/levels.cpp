@@ -28,7 +28,7 @@ Levels MeasureLevels(const Converter& converter, const Film& film, const Staging
       levels.high = std::max(levels.high, value);
     }
   };
-  const auto read = converter.ReadOutput(
+  const auto read = converter.ReadLines(
       Joined(converter.Threads(), InputWords(film, staging.Pattern(), Filters::kOfEachSize),
              Words{"-vf", measure, "-vsync", "0", "-f", "null", "-"}),
       staging.Folder(), take);

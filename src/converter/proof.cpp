@@ -29,8 +29,8 @@ Packets ReadBack(const Converter& converter, const Film& film, const std::filesy
   const Words list = {"-map", "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", "pipe:1"};
   const Words pictures = {"-map", "0:v:0",    "-vsync", "0",        "-vf", SeenInSmall(film),
                           "-c:v", "rawvideo", "-f",     "rawvideo", seen};
-  const auto read = converter.ReadOutput(Joined(input, list, pictures), folder,
-                                         [&](const std::string& line) { packets.Take(line); });
+  const auto read = converter.ReadLines(Joined(input, list, pictures), folder,
+                                        [&](const std::string& line) { packets.Take(line); });
   if (!read) {
     throw Failure("the finished file cannot be read back: " + read.Reason());
   }

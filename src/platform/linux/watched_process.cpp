@@ -186,7 +186,7 @@ std::string DescribeEnd(int status) {
 Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
                               const std::vector<std::string>& arguments,
                               const std::filesystem::path& folder,
-                              const std::function<void(const std::string&)>& outputLine,
+                              const std::function<void(std::string_view)>& output,
                               const std::function<void(const std::string&)>& errorLine) {
   std::vector<std::string> words = {program.native()};
   words.insert(words.end(), arguments.begin(), arguments.end());
@@ -202,12 +202,12 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
       error != 0) {
     return ErrorOf(error);
   }
-  Pipe output = MakePipe();
+  Pipe outputs = MakePipe();
   Pipe errors = MakePipe();
-  if (!output.reading.IsOpen() || !errors.reading.IsOpen()) {
+  if (!outputs.reading.IsOpen() || !errors.reading.IsOpen()) {
     return LastError();
   }
-  const Start what = {program.c_str(), vector.data(), folder.c_str(), output.writing.Get(),
+  const Start what = {program.c_str(), vector.data(), folder.c_str(), outputs.writing.Get(),
                       errors.writing.Get()};
   pid_t process = 0;
   const auto start = [&] { return TryOnce(what, group->Number(), process); };
@@ -215,19 +215,17 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
     return ErrorOf(error);
   }
   Child child(process);
-  output.writing.Close();
+  outputs.writing.Close();
   errors.writing.Close();
-  LineSplitter outputLines(outputLine);
   LineSplitter errorLines(errorLine);
   const bool isWhole =
-      PassOnAll({{output.reading.Get(), [&](std::string_view piece) { outputLines.Take(piece); }},
+      PassOnAll({{outputs.reading.Get(), output},
                  {errors.reading.Get(), [&](std::string_view piece) { errorLines.Take(piece); }}},
                 child) &&
       WaitForEnd(child);
   if (!isWhole) {
     return ProcessEnd{true, ""};
   }
-  outputLines.Finish();
   errorLines.Finish();
   return ProcessEnd{false, DescribeEnd(child.Status())};
 }

@@ -15,8 +15,10 @@
 namespace platform {
 namespace {
 
-// How long to wait for the next piece of output before looking again.
+// How long to wait for the next piece of output before looking again, and room for what comes
+// meanwhile: a picture or two.
 constexpr DWORD kLookMilliseconds = 10;
+constexpr DWORD kPipeBytes = 4U << 20U;
 
 // `word` as the usual rules for command lines read it back: quoted, with quotes and the backslashes
 // before them doubled by a backslash.
@@ -47,7 +49,7 @@ Pipe MakePipe() {
   SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
   HANDLE reading = nullptr;
   HANDLE writing = nullptr;
-  if (CreatePipe(&reading, &writing, &inheritable, 0) == 0) {
+  if (CreatePipe(&reading, &writing, &inheritable, kPipeBytes) == 0) {
     return {};
   }
   SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
@@ -101,7 +103,7 @@ class Child {
 };
 
 // Passes on what is in the pipe. Returns whether there was anything.
-bool PassOn(const Pipe& pipe, LineSplitter& lines) {
+bool PassOn(const Pipe& pipe, const std::function<void(std::string_view)>& take) {
   std::array<char, 65536> buffer;
   DWORD available = 0;
   DWORD count = 0;
@@ -111,13 +113,13 @@ bool PassOn(const Pipe& pipe, LineSplitter& lines) {
                nullptr) == 0) {
     return false;
   }
-  lines.Take({buffer.data(), count});
+  take({buffer.data(), count});
   return count != 0;
 }
 
 // Passes on what comes to the program's end. Returns false when it was left for an interruption.
-bool PassOnAll(const Pipe& output, const Pipe& errors, LineSplitter& outputLines,
-               LineSplitter& errorLines, const Child& child) {
+bool PassOnAll(const Pipe& outputs, const std::function<void(std::string_view)>& output,
+               const Pipe& errors, LineSplitter& errorLines, const Child& child) {
   bool hasEnded = false;
   bool hasPassed = true;
   // What it wrote last is still in the pipes after its end.
@@ -126,10 +128,10 @@ bool PassOnAll(const Pipe& output, const Pipe& errors, LineSplitter& outputLines
       return false;
     }
     hasEnded = hasEnded || child.Ends(hasPassed ? 0 : kLookMilliseconds);
-    const bool fromOutput = PassOn(output, outputLines);
-    hasPassed = PassOn(errors, errorLines) || fromOutput;
+    const bool fromOutput = PassOn(outputs, output);
+    hasPassed =
+        PassOn(errors, [&](std::string_view piece) { errorLines.Take(piece); }) || fromOutput;
   }
-  outputLines.Finish();
   errorLines.Finish();
   return true;
 }
@@ -145,7 +147,7 @@ bool IsMomentary(int error) {
 Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
                               const std::vector<std::string>& arguments,
                               const std::filesystem::path& folder,
-                              const std::function<void(const std::string&)>& outputLine,
+                              const std::function<void(std::string_view)>& output,
                               const std::function<void(const std::string&)>& errorLine) {
   std::string words = Quoted(Utf8FromWide(program.native()));
   for (const std::string& argument : arguments) {
@@ -153,16 +155,16 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
   }
   const std::wstring line = WideFromUtf8(words);
   const OwnedHandle input = OpenNullDevice();
-  Pipe output = MakePipe();
+  Pipe outputs = MakePipe();
   Pipe errors = MakePipe();
-  if (!output.reading || !errors.reading) {
+  if (!outputs.reading || !errors.reading) {
     return LastError();
   }
   STARTUPINFOW startUp = {};
   startUp.cb = sizeof(startUp);
   startUp.dwFlags = STARTF_USESTDHANDLES;
   startUp.hStdInput = input.get();
-  startUp.hStdOutput = output.writing.get();
+  startUp.hStdOutput = outputs.writing.get();
   startUp.hStdError = errors.writing.get();
   PROCESS_INFORMATION created = {};
   const auto start = [&] {
@@ -181,11 +183,10 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
   AssignProcessToJobObject(job.get(), created.hProcess);
   const Child child(OwnedHandle(created.hProcess), std::move(job));
   ResumeThread(OwnedHandle(created.hThread).get());
-  output.writing.reset();
+  outputs.writing.reset();
   errors.writing.reset();
-  LineSplitter outputLines(outputLine);
   LineSplitter errorLines(errorLine);
-  if (!PassOnAll(output, errors, outputLines, errorLines, child)) {
+  if (!PassOnAll(outputs, output, errors, errorLines, child)) {
     return ProcessEnd{true, ""};
   }
   const DWORD status = child.Status();
