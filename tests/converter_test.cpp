@@ -64,6 +64,9 @@ TEST(Proof, CountLengthAndSizeHaveToBeThoseOfTheFilm) {
   } kCases[] = {
       {"mp4", 10, "1/1000", "6x4", {200, 500, 300, 400}},
       {"gif", 16, "1/100", "6x4", {0, 6, 13, 19}},
+      {"gif", 16, "1/100", "6x4", {0, 19}},
+      {"gif", 16, "1/100", "6x4", {0, 6, 13, 20}, "takes 0.260 s instead of 0.250 s"},
+      {"gif", 16, "1/100", "6x4", {1, 19}, "takes 0.250 s instead"},
       // A container that counts frames has no clock that could be rounded to.
       {"avi", 10, "1/10", "6x4", {0, 1, 2, 3}},
       {"avi",
@@ -87,7 +90,7 @@ TEST(Proof, CountLengthAndSizeHaveToBeThoseOfTheFilm) {
     packets.Take(std::string("#tb 0: ") + c.tick);
     packets.Take(std::string("#dimensions 0: ") + c.size);
     for (const int time : c.times) {
-      packets.Take("0, 0, " + std::to_string(time) + ",");
+      packets.Take("0, 0, " + std::to_string(time) + ", 6");
     }
     std::string message;
     try {
@@ -101,6 +104,22 @@ TEST(Proof, CountLengthAndSizeHaveToBeThoseOfTheFilm) {
     EXPECT_THAT(message, testing::HasSubstr(c.message));
     EXPECT_EQ(message.empty(), *c.message == '\0') << message;
   }
+}
+
+TEST(Proof, FindsThePictureOfAGifThatStandsAtATime) {
+  animate::Film film;
+  film.shown = {0, 1, 2, 3};
+  film.rate.value = 10;
+  const auto pairs = [&](const std::vector<long long>& times) {
+    std::string text;
+    for (const animate::Pair& pair : PairsByTime(film, times)) {
+      text += std::to_string(pair.planned) + "-" + std::to_string(pair.seen) + " ";
+    }
+    return text;
+  };
+  EXPECT_EQ(pairs({0, 10, 20, 30}), "0-0 1-1 2-2 3-3 ");
+  EXPECT_EQ(pairs({0, 20}), "0-0 1-0 2-1 3-1 ");
+  EXPECT_EQ(pairs({0, 15, 20}), "0-0 1-0 1-1 2-2 3-2 ");
 }
 
 TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
@@ -143,9 +162,10 @@ TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
     }
     std::string said;
     try {
+      const auto pairs = animate::InOrder(c.seen.size());
       const auto planned = write("planned", c.planned);
       const auto seen = write("seen", c.seen);
-      said = std::to_string(ComparePictures(film, planned, seen).difference) + " at " +
+      said = std::to_string(ComparePictures(film, planned, seen, pairs).difference) + " at " +
              std::to_string(FirstOther(film, planned, seen).value_or(9));
     } catch (const animate::Failure& failure) {
       said = failure.what();

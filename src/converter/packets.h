@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "film/size.h"
 
@@ -15,6 +16,9 @@ struct Packets {
   // When the first and the last picture are shown, in ticks; the order of the packets is another.
   long long first = std::numeric_limits<long long>::max();
   long long last = std::numeric_limits<long long>::min();
+  // When each is shown, and for how long the one of the last packet is, where that is known.
+  std::vector<long long> times;
+  long long lastDuration = 0;
   // In seconds.
   double tick = 0;
   Size size;

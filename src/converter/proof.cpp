@@ -6,6 +6,7 @@
 #include <string>
 
 #include "converter/encoding.h"
+#include "converter/gif_clock.h"
 #include "converter/recipe.h"
 #include "converter/small_pictures.h"
 #include "film/failure.h"
@@ -37,24 +38,52 @@ Packets ReadBack(const Converter& converter, const Film& film, const std::filesy
   return packets;
 }
 
+// Whether equal pictures, one after the other, may be one in the file.
+bool JoinsEqualPictures(const Film& film) {
+  return RecipeFor(*film.format).hasPalette;
+}
+
+[[noreturn]] void RefuseLength(double found, double wanted, const std::string& what) {
+  throw Failure("the finished file takes " + Shown(found) + what + " instead of " + Shown(wanted));
+}
+
+// Throws a Failure unless the pictures follow each other from 0 to the end of the film.
+void CheckGifTimes(const Film& film, const Packets& packets) {
+  constexpr double kHundredth = 0.01;
+  const long long end = GifTime(film.shown.size(), film.rate);
+  const long long found = packets.last + packets.lastDuration;
+  if (packets.first != 0 || !std::is_sorted(packets.times.begin(), packets.times.end()) ||
+      packets.tick != kHundredth || found != end) {
+    RefuseLength(static_cast<double>(found) * packets.tick, static_cast<double>(end) * kHundredth,
+                 "");
+  }
+}
+
 }  // namespace
 
 Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
                   const std::filesystem::path& folder) {
   const std::string seen = "seen.rgb";
-  Measurement measured = Measured(film, ReadBack(converter, film, target, folder, seen));
-  measured.likeness = ComparePictures(film, folder / kPlannedPictures, folder / seen);
+  const Packets packets = ReadBack(converter, film, target, folder, seen);
+  Measurement measured = Measured(film, packets);
+  measured.likeness = ComparePictures(
+      film, folder / kPlannedPictures, folder / seen,
+      JoinsEqualPictures(film) ? PairsByTime(film, packets.times) : InOrder(packets.count));
   return measured;
 }
 
 Measurement Measured(const Film& film, const Packets& packets) {
   const std::size_t planned = film.shown.size();
+  if (packets.size != film.size) {
+    throw Failure("the finished file has pictures of another size");
+  }
+  if (JoinsEqualPictures(film)) {
+    CheckGifTimes(film, packets);
+    return {planned, static_cast<double>(planned) / film.rate.value, packets.size};
+  }
   if (packets.count != planned) {
     throw Failure("the finished file has " + std::to_string(packets.count) + " frames instead of " +
                   std::to_string(planned));
-  }
-  if (packets.size != film.size) {
-    throw Failure("the finished file has pictures of another size");
   }
   // From the first frame to the last. A container with a clock of its own rounds the times to it;
   // one that counts frames has the rate, some in steps.
@@ -66,10 +95,23 @@ Measurement Measured(const Film& film, const Packets& packets) {
       (packets.tick <= kCoarsestClock ? std::min(packets.tick, 0.5 / film.rate.value) : 0) +
       wanted * (kRounding + film.format->rateStep / film.rate.value);
   if (!(std::abs(span - wanted) <= allowed)) {
-    throw Failure("the finished file takes " + Shown(span) +
-                  " from the first frame to the last instead of " + Shown(wanted));
+    RefuseLength(span, wanted, " from the first frame to the last");
   }
   return {packets.count, static_cast<double>(planned) / film.rate.value, packets.size};
+}
+
+std::vector<Pair> PairsByTime(const Film& film, const std::vector<long long>& times) {
+  const long long end = GifTime(film.shown.size(), film.rate);
+  std::vector<Pair> pairs;
+  Pair now;
+  while (now.planned < film.shown.size() && now.seen < times.size()) {
+    pairs.push_back(now);
+    const long long nextPlanned = GifTime(now.planned + 1, film.rate);
+    const long long nextSeen = now.seen + 1 < times.size() ? times[now.seen + 1] : end;
+    now.planned += nextPlanned <= nextSeen ? 1 : 0;
+    now.seen += nextSeen <= nextPlanned ? 1 : 0;
+  }
+  return pairs;
 }
 
 }  // namespace animate

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 #include "converter/converter.h"
 #include "converter/packets.h"
+#include "converter/small_pictures.h"
 #include "film/film.h"
 #include "film/measurement.h"
 
@@ -19,5 +21,10 @@ Measurement Prove(const Converter& converter, const Film& film, const std::files
 
 // What the converter was found to say of the file, without its pictures.
 Measurement Measured(const Film& film, const Packets& packets);
+
+// Which planned picture of a film, and which of those that are shown at `times` in the finished
+// file, stand at the same time, in hundredths of a second; equal ones, one after the other, may be
+// one in the file.
+std::vector<Pair> PairsByTime(const Film& film, const std::vector<long long>& times);
 
 }  // namespace animate

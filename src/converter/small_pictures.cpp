@@ -91,15 +91,15 @@ std::string Mean(const std::string& picture) {
   return mean;
 }
 
-// A file of small pictures, one for every picture of a film.
+// A file of so many small pictures.
 class SmallPictures {
  public:
-  SmallPictures(const Film& film, const std::filesystem::path& path)
+  SmallPictures(const Film& film, const std::filesystem::path& path, std::size_t count)
       : file_(OrFail(platform::InputFile::Open(path), kUnreadable)),
         size_(kColours * static_cast<std::size_t>(Cells(film.size.width)) *
               static_cast<std::size_t>(Cells(film.size.height))),
         hasCells_(std::min(film.size.width, film.size.height) >= kSmallestCell) {
-    if (file_.Size() != film.shown.size() * size_) {
+    if (count == 0 || file_.Size() != count * size_) {
       throw Failure("the finished file does not show as many pictures as were planned");
     }
   }
@@ -154,6 +154,14 @@ bool IsRather(const std::string& other, const std::string& own, const std::strin
 
 }  // namespace
 
+std::vector<Pair> InOrder(std::size_t count) {
+  std::vector<Pair> pairs(count);
+  for (std::size_t number = 0; number < count; ++number) {
+    pairs[number] = {number, number};
+  }
+  return pairs;
+}
+
 std::string PlannedInSmall(const Film& film) {
   return (film.freePixels == Film::FreePixels::kKept ? "format=rgba" + LaidOn(film.background)
                                                      : std::string("format=rgb24")) +
@@ -174,18 +182,26 @@ std::string SeenInSmall(const Film& film) {
 }
 
 Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
-                         const std::filesystem::path& seen, const std::string& name) {
-  const SmallPictures plannedOnes(film, planned);
-  const SmallPictures seenOnes(film, seen);
+                         const std::filesystem::path& seen, const std::vector<Pair>& pairs,
+                         const std::string& name) {
+  const Pair last = pairs.empty() ? Pair() : pairs.back();
+  const SmallPictures plannedOnes(film, planned, last.planned + 1);
+  const SmallPictures seenOnes(film, seen, last.seen + 1);
   const Allowance& allowance = AllowanceOf(film);
+  const auto plannedAt = [&](std::size_t number) {
+    return number < film.shown.size() ? plannedOnes.At(number) : std::string();
+  };
   Likeness worst;
   std::string before;
-  std::string own = plannedOnes.At(0);
-  for (std::size_t number = 0; number < film.shown.size(); ++number) {
+  std::string own = plannedAt(0);
+  std::string after = plannedAt(1);
+  std::size_t number = 0;
+  for (const Pair& pair : pairs) {
     StopIfInterrupted();
-    const std::string after =
-        number + 1 < film.shown.size() ? plannedOnes.At(number + 1) : std::string();
-    const std::string found = seenOnes.At(number);
+    for (; number < pair.planned; ++number) {
+      before = std::exchange(own, std::exchange(after, plannedAt(number + 2)));
+    }
+    const std::string found = seenOnes.At(pair.seen);
     const int difference = LargestDifference(own, found);
     if (difference > allowance.cell || LargestDifference(Mean(own), Mean(found)) > allowance.mean) {
       Refuse(film, number, "the finished " + name + " shows another picture", difference);
@@ -201,15 +217,14 @@ Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
       worst.darkest = std::min(worst.darkest, Value(value));
       worst.brightest = std::max(worst.brightest, Value(value));
     }
-    before = std::exchange(own, after);
   }
   return worst;
 }
 
 std::optional<std::size_t> FirstOther(const Film& film, const std::filesystem::path& planned,
                                       const std::filesystem::path& again) {
-  const SmallPictures plannedOnes(film, planned);
-  const SmallPictures newOnes(film, again);
+  const SmallPictures plannedOnes(film, planned, film.shown.size());
+  const SmallPictures newOnes(film, again, film.shown.size());
   for (std::size_t number = 0; number < film.shown.size(); ++number) {
     if (plannedOnes.At(number) != newOnes.At(number)) {
       return number;
