@@ -88,8 +88,7 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.png", kPng + kPngEnd + "and more, long enough", "300x5"},
       {"a.png", kPng + less(kPngEnd, 1), "is cut, its end is missing"},
       {"a.png", less(kPng, 24) + Chunk("acTL", "x") + Chunk("IDAT", "") + kPngEnd, "300x5 more"},
-      {"a.png", less(kPng, 24) + Chunk("tRNS", "x") + Chunk("IDAT", "") + kPngEnd,
-       "300x5 transparent"},
+      {"a.png", less(kPng, 24) + Chunk("tRNS", "x") + Chunk("IDAT", "") + kPngEnd, "300x5 whole"},
       {"a.jpeg", kJpeg + "\xFF\xD9", "300x5"},
       {"a.jpg", "\xFF\xD8" + Segment("\xE1", kExif) + Segment("\xC0", kJpegFrame) + "\xFF\xD9",
        "300x5 turned"},
@@ -105,7 +104,7 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
        "300x5"},
       {"a.tiff", Tiff(true, 84), "300x5"},
       {"a.tif", Tiff(false, 84, 258, 16), "300x5 deep"},
-      {"a.tif", Tiff(false, 84, 338, 2), "300x5 transparent"},
+      {"a.tif", Tiff(false, 84, 338, 2), "300x5 gradual"},
       {"a.tif", Tiff(false, 84, 305, 1, 8), "300x5 more"},
       {"a.tif", Tiff(true, 85), "is cut, its end is missing"},
       {"a.tif", Tiff(true, 84).substr(0, 73), "is cut, its end is missing"},
@@ -127,15 +126,14 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
        Webp("VP8 ",
             "tag" + Bytes({0x9D, 1, 0x2A}) + LittleEndian(300 + 0x4000, 2) + LittleEndian(5, 2)),
        "300x5"},
-      {"a.webp", Webp("VP8L", "/" + LittleEndian(299 + (4 << 14) + (1 << 28), 4)),
-       "300x5 transparent"},
+      {"a.webp", Webp("VP8L", "/" + LittleEndian(299 + (4 << 14) + (1 << 28), 4)), "300x5 gradual"},
       {"a.webp", Webp("VP8X", Bytes({0x10, 0, 0, 0}) + LittleEndian(299, 3) + LittleEndian(4, 3)),
-       "300x5 transparent"},
+       "300x5 gradual"},
       {"a.webp", Webp("VP8X", Bytes({2, 0, 0, 0}) + LittleEndian(299, 3) + LittleEndian(4, 3)),
        "is animated, which no converter decodes"},
       {"a.webp", less(Webp("VP8 ", "short"), 1), "is cut, its end is missing"},
       {"a.tga", Tga(2, 24, 0) + std::string(18, 'p'), "3x2"},
-      {"a.tga", Tga(2, 32, 8) + std::string(24, 'p'), "3x2 transparent"},
+      {"a.tga", Tga(2, 32, 8) + std::string(24, 'p'), "3x2 gradual"},
       {"a.tga", Tga(2, 24, 0) + std::string(17, 'p'), "is cut, its end is missing"},
       {"a.tga", Tga(10, 24, 0) + "packed", "3x2"},
       {"a.tga", Tga(2, 23, 0) + std::string(18, 'p'), "is no picture"},
@@ -152,13 +150,14 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.png", "MM*", "is no picture"},
       {"a.png", "", "is empty"},
   };
+  const std::string kTransparent[] = {"", " whole", " gradual"};
   for (const auto& c : kCases) {
     animate::Bytes content(c.content);
     const auto facts = animate::LookAtContent(content, c.name);
     const std::string said =
         facts ? std::to_string(facts->size.width) + "x" + std::to_string(facts->size.height) +
                     (facts->turn == animate::Turn::kNone ? "" : " turned") +
-                    (facts->transparency == animate::Transparency::kNone ? "" : " transparent") +
+                    kTransparent[static_cast<int>(facts->transparency)] +
                     (facts->isDeep ? " deep" : "") + (facts->hasMore ? " more" : "")
               : facts.Reason();
     EXPECT_EQ(said, c.said) << c.name << " " << c.content.size();

@@ -213,17 +213,18 @@ TEST(Sequence, ThePageSaysTheTruth) {
 }
 
 TEST(Sequence, NamesEveryFilmAndWhatIsLeftOut) {
-  const animate::EachFilms each = animate::FindEach(
-      {"cam1_0.png", "cam1_1.png", "cam2_0.png", "cam2_1.png", "x1.9.png", "x1.11.png", "x1.2.png",
-       "f1.png", "f2.png", "f1.jpeg", "F2.JPG", "1.png", "2.png", "3.bmp", "a.txt"},
-      {});
+  const animate::EachFilms each =
+      animate::FindEach({"0.bmp", "cam1_0.png", "cam1_1.png", "cam2_0.png", "cam2_1.png",
+                         "x1.9.png", "x1.11.png", "x1.2.png", "f1.png", "f2.png", "f1.jpeg",
+                         "F2.JPG", "1.png", "2.png", "cam2_0.gif", "cam2_1.gif", "a.txt"},
+                        {});
   std::string text;
   for (const animate::EachFilm& film : each.films) {
     text += film.findings.name + " " + std::to_string(film.findings.frames.size()) +
             (film.refusal.empty() ? ", " : "!, ");
   }
-  EXPECT_EQ(text, "cam1 2, cam2 2, x 3!, png 2, f 2, f_png 2, ");
-  EXPECT_THAT(each.leftOut, testing::ElementsAre("3.bmp"));
+  EXPECT_EQ(text, "cam1 2, cam2 2, x 3!, png 2, cam2_gif 2, f 2, f_png 2, ");
+  EXPECT_THAT(each.leftOut, testing::ElementsAre("0.bmp"));
   EXPECT_THAT(animate::FindSequence({"cam1_0.png", "cam1_1.png", "cam2_0.png", "a1.png"},
                                     {.wanted = "cam1_0.png"})
                   .leftOut,
@@ -270,6 +271,7 @@ TEST(Range, KeepsNumbersExactlyAndNamesThoseThatAreMissing) {
       {"-1-0", "f_-1|f_0", ""},
       {"2", "f_2", ""},
       {"12-13", "", "12-13"},
+      {"1-3", "f_1|f_2", "3"},
       {"0.1-0.3x0.1", "t0.1|t0.2|t0.3", "", "t0.05|t0.1|t0.2|t0.25|t0.3"},
       {"4-1", "", "!"},
       {"1-4x0", "", "!"},
