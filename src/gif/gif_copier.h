@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,9 +16,6 @@ enum class GifRefusal {
   // Its screen has another size than the first frame's.
   kOtherSize,
 };
-
-// Takes bytes of the animation, in their order.
-using GifSink = std::function<void(std::string_view bytes)>;
 
 // Copies the compressed data, the colours and the transparency of each frame as they are, so every
 // picture of the animation is its frame; what a frame smaller than its screen leaves free is

@@ -1,6 +1,7 @@
 // The marks of the GIF format, and the blocks that its writers put around pictures.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ inline constexpr int kGifInterlaceFlag = 0x40;
 constexpr int GifColourCount(int sizeField) {
   return 2 << sizeField;
 }
+
+// Takes bytes of a GIF, in their order.
+using GifSink = std::function<void(std::string_view bytes)>;
 
 // How an image is shown.
 struct GifControl {

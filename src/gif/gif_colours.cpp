@@ -1,0 +1,45 @@
+#include "gif/gif_colours.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+constexpr std::size_t kMostColours = 256;
+
+}  // namespace
+
+GifColour ToGifColour(const Colour& colour) {
+  if (colour.alpha == 0) {
+    return kTransparent;
+  }
+  return colour.red | GifColour{colour.green} << 8 | GifColour{colour.blue} << 16 | 0xFF000000U;
+}
+
+GifTable::GifTable(const std::vector<GifColour>& colours) : colours_(colours) {
+  if (colours.size() < kMostColours) {
+    // At the front an image with few colours needs no wide codes for it; but it should not make the
+    // codes of those wider that have no use for it.
+    const bool isFull = colours.size() >= 4 && std::has_single_bit(colours.size());
+    colours_.insert(isFull ? colours_.end() : colours_.begin(), kTransparent);
+  }
+}
+
+int GifTable::EntryOf(GifColour colour) const {
+  const auto found = std::find(colours_.begin(), colours_.end(), colour);
+  return found == colours_.end() ? -1 : static_cast<int>(found - colours_.begin());
+}
+
+int GifTable::Bits() const {
+  return std::max(1, static_cast<int>(std::bit_width(colours_.size() - 1)));
+}
+
+std::string GifTable::Bytes() const {
+  std::string bytes;
+  for (const GifColour colour : colours_) {
+    bytes += {static_cast<char>(colour), static_cast<char>(colour >> 8),
+              static_cast<char>(colour >> 16)};
+  }
+  bytes.resize(std::size_t{3} << Bits());
+  return bytes;
+}

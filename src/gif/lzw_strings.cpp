@@ -1,0 +1,24 @@
+#include "gif/lzw_strings.h"
+
+void LzwStrings::Clear(int pixelValues) {
+  slots_.fill(0);
+  for (int pixel = 0; pixel < pixelValues; ++pixel) {
+    const auto value = static_cast<std::uint8_t>(pixel);
+    strings_[Place(pixel)] = {0, 1, value, value};
+  }
+}
+
+void LzwStrings::Add(int code, int pixel, int added) {
+  const String& shorter = strings_[Place(code)];
+  strings_[Place(added)] = {static_cast<std::uint16_t>(code),
+                            static_cast<std::uint16_t>(shorter.length + 1), shorter.first,
+                            static_cast<std::uint8_t>(pixel)};
+  const std::uint32_t key = KeyOf(code, pixel);
+  std::size_t slot = SlotOf(key);
+  for (; slots_[slot] != 0; slot = (slot + 1) % kSlots) {
+    if (slots_[slot] >> kCodeBits == key) {
+      return;
+    }
+  }
+  slots_[slot] = key << kCodeBits | static_cast<std::uint32_t>(added);
+}
