@@ -16,22 +16,30 @@ GifColour ToGifColour(const Colour& colour) {
   return colour.red | GifColour{colour.green} << 8 | GifColour{colour.blue} << 16 | 0xFF000000U;
 }
 
-GifTable::GifTable(const std::vector<GifColour>& colours) : colours_(colours) {
-  if (colours.size() < kMostColours) {
-    // At the front an image with few colours needs no wide codes for it; but it should not make the
-    // codes of those wider that have no use for it.
-    const bool isFull = colours.size() >= 4 && std::has_single_bit(colours.size());
+GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
+  std::stable_sort(colours.begin(), colours.end(),
+                   [](const auto& a, const auto& b) { return a.pixels > b.pixels; });
+  for (const auto& [colour, pixels] : colours) {
+    if (colour != kTransparent && EntryOf(colour) == kNoEntry) {
+      colours_.push_back(colour);
+    }
+  }
+  if (wantsTransparent && colours_.size() < kMostColours) {
+    // At the front an image with few colours has narrow codes for it; but it should not widen those
+    // of an image that has no use for it.
+    const bool isFull = colours_.size() >= 4 && std::has_single_bit(colours_.size());
     colours_.insert(isFull ? colours_.end() : colours_.begin(), kTransparent);
   }
 }
 
 int GifTable::EntryOf(GifColour colour) const {
   const auto found = std::find(colours_.begin(), colours_.end(), colour);
-  return found == colours_.end() ? -1 : static_cast<int>(found - colours_.begin());
+  return found == colours_.end() ? kNoEntry : static_cast<int>(found - colours_.begin());
 }
 
 int GifTable::Bits() const {
-  return std::max(1, static_cast<int>(std::bit_width(colours_.size() - 1)));
+  return std::max(1,
+                  static_cast<int>(std::bit_width(std::max<std::size_t>(colours_.size(), 1) - 1)));
 }
 
 std::string GifTable::Bytes() const {

@@ -1,10 +1,8 @@
 // The colours of an animated GIF, and its tables of them.
 #pragma once
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -15,25 +13,29 @@
 using GifColour = std::uint32_t;
 inline constexpr GifColour kTransparent = 0;
 
-// What each pixel of the screen shows, row by row.
-using GifScreen = std::vector<GifColour>;
-
 GifColour ToGifColour(const Colour& colour);
+
+struct GifColourUse {
+  GifColour colour = kTransparent;
+  std::size_t pixels = 0;
+};
 
 // A colour table, and which of its entries is transparent.
 class GifTable {
  public:
-  // Takes over the `colours`, none of them transparent or twice, and finds a place for a
-  // transparent entry if there is one.
-  explicit GifTable(const std::vector<GifColour>& colours);
+  static constexpr int kNoEntry = -1;
 
-  // The entry of a colour, or of the transparent one; -1 for none.
+  // Holds at most 256 `colours` once each, those of most pixels first, and a transparent one if
+  // that is wanted and there is a place left.
+  GifTable(std::vector<GifColourUse> colours, bool wantsTransparent);
+
+  // The entry of a colour, 0 to 255; kNoEntry for none.
   int EntryOf(GifColour colour) const;
 
-  // 1 to 8: the number of entries is the power of two.
+  // 1 to 8: the table has two to the power of this entries.
   int Bits() const;
 
-  // Three bytes an entry.
+  // Red, green and blue of each entry.
   std::string Bytes() const;
 
  private:

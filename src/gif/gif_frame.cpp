@@ -5,44 +5,145 @@
 #include <bit>
 #include <optional>
 #include <utility>
+#include <vector>
 
+#include "gif/gif_format.h"
 #include "gif/lzw_encoder.h"
 
 namespace {
 
 constexpr int kSmallestCodeSize = 2;
-constexpr int kNoEntry = -1;
 
-// How often each colour of a picture's palette is drawn with, and whether any pixel may stay.
-struct Drawn {
-  std::array<std::size_t, 256> counts = {};
-  bool anyStays = false;
+// Whether of pixels that stay short runs are better drawn, and what a string has to gain by being
+// short. Drawings have few colours and long strings; in noise what stays is the only likeness.
+struct Style {
+  bool drawsShortRuns = false;
+  std::size_t leastGain = 0;
+};
+constexpr std::array<Style, kGifStyles> kStyles = {{{true, 2}, {true, 3}, {false, 2}, {false, 3}}};
+
+// How many pixels of each entry of the picture's palette have to be drawn, and how many may stay.
+struct Demand {
+  std::array<std::size_t, 256> drawn = {};
+  std::array<std::size_t, 256> staying = {};
+  bool someStay = false;
 };
 
+// The pixels as entries of a table, each in two ways; those that may stay are transparent in `one`.
+struct Entries {
+  std::vector<std::uint8_t> one;
+  std::vector<std::uint8_t> other;
+  std::optional<int> transparent;
+  int codeSize = kSmallestCodeSize;
+};
+
+// Calls `function` with the index of each pixel of the area and whether it may stay as it is.
 template <typename Function>
 void ForEachPixel(const GifFrame& frame, Function function) {
-  const auto width = static_cast<std::size_t>(frame.picture->width);
-  for (int row = 0; row < frame.area.height; ++row) {
-    const std::size_t start = static_cast<std::size_t>(frame.area.top + row) * width +
-                              static_cast<std::size_t>(frame.area.left);
-    for (std::size_t place = start; place < start + static_cast<std::size_t>(frame.area.width);
-         ++place) {
-      function(frame.picture->indices[place],
-               (*frame.before)[place] == frame.picture->shown[place]);
+  for (int row = frame.area.top; row < frame.area.top + frame.area.height; ++row) {
+    const std::size_t start =
+        static_cast<std::size_t>(row) * static_cast<std::size_t>(frame.picture->width) +
+        static_cast<std::size_t>(frame.area.left);
+    const std::uint8_t* const indices = frame.picture->indices.data() + start;
+    const GifColour* const shown = frame.picture->shown.data() + start;
+    const GifColour* const before = frame.before->data() + start;
+    for (int column = 0; column < frame.area.width; ++column) {
+      function(indices[column], before[column] == shown[column]);
     }
   }
 }
 
-Drawn CountDrawn(const GifFrame& frame) {
-  Drawn drawn;
+Demand DemandOf(const GifFrame& frame) {
+  Demand demand;
   ForEachPixel(frame, [&](std::uint8_t index, bool stays) {
-    drawn.counts[index] += stays ? 0 : 1;
-    drawn.anyStays |= stays;
+    ++(stays ? demand.staying : demand.drawn)[index];
+    demand.someStay |= stays;
   });
-  return drawn;
+  return demand;
 }
 
-// The descriptor, with `table` as the image's own.
+// The table of the colours that have to be drawn, the most frequent ones first.
+GifTable OwnTable(const GifFrame& frame, const Demand& demand) {
+  std::vector<GifColourUse> counts;
+  for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
+    if (demand.drawn[index] != 0) {
+      counts.push_back({frame.picture->palette[index], demand.drawn[index]});
+    }
+  }
+  return {counts, demand.someStay};
+}
+
+// Nothing where the table lacks an entry.
+std::optional<Entries> EntriesOf(const GifFrame& frame, const Demand& demand,
+                                 const GifTable& table) {
+  Entries entries;
+  const int none = table.EntryOf(kTransparent);
+  const bool someStay = demand.someStay && none != GifTable::kNoEntry;
+  int largest = someStay ? none : 0;
+  std::array<int, 256> entryOf = {};
+  for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
+    entryOf[index] = table.EntryOf(frame.picture->palette[index]);
+    if (demand.drawn[index] != 0 || (demand.staying[index] != 0 && !someStay)) {
+      if (entryOf[index] == GifTable::kNoEntry) {
+        return std::nullopt;
+      }
+      largest = std::max(largest, entryOf[index]);
+    }
+  }
+  if (someStay) {
+    entries.transparent = none;
+  }
+  entries.codeSize =
+      std::max(entries.codeSize, static_cast<int>(std::bit_width(static_cast<unsigned>(largest))));
+  const auto size =
+      static_cast<std::size_t>(frame.area.width) * static_cast<std::size_t>(frame.area.height);
+  entries.one.reserve(size);
+  entries.other.reserve(size);
+  ForEachPixel(frame, [&](std::uint8_t index, bool stays) {
+    const int drawn = entryOf[index];
+    const int one = stays && someStay ? none : drawn;
+    const bool canBeDrawn = drawn != GifTable::kNoEntry && drawn < 1 << entries.codeSize;
+    entries.one.push_back(static_cast<std::uint8_t>(one));
+    entries.other.push_back(static_cast<std::uint8_t>(canBeDrawn ? drawn : one));
+  });
+  return entries;
+}
+
+// Prefers to draw runs of pixels that may stay where the row changes its colour no more often so
+// than with a transparent run, which begins and ends.
+void PreferToDrawShortRuns(Entries& entries, std::size_t width) {
+  constexpr int kChangesOfTransparentRun = 2;
+  const auto stays = [&](std::size_t place) { return entries.one[place] != entries.other[place]; };
+  for (std::size_t row = 0; row < entries.one.size(); row += width) {
+    const auto changes = [&](std::size_t place) {
+      return place > row && place < row + width && entries.other[place] != entries.other[place - 1];
+    };
+    for (std::size_t start = row; start < row + width; ++start) {
+      std::size_t end = start;
+      int count = 0;
+      for (; end < row + width && stays(end); ++end) {
+        count += changes(end) ? 1 : 0;
+      }
+      count += end > start && changes(end) ? 1 : 0;
+      if (count <= kChangesOfTransparentRun) {
+        const auto from = static_cast<std::ptrdiff_t>(start);
+        const auto to = static_cast<std::ptrdiff_t>(end);
+        std::swap_ranges(entries.one.begin() + from, entries.one.begin() + to,
+                         entries.other.begin() + from);
+      }
+      start = end;
+    }
+  }
+}
+
+// The image data of the pixels.
+std::string Data(Entries entries, const GifArea& area, const Style& style) {
+  if (style.drawsShortRuns) {
+    PreferToDrawShortRuns(entries, static_cast<std::size_t>(area.width));
+  }
+  return LzwEncoder().Encode({entries.one, entries.other, entries.codeSize, style.leastGain});
+}
+
 std::string Descriptor(const GifArea& area, const GifTable* table) {
   const int packed = table == nullptr ? 0 : kGifTableFlag | (table->Bits() - 1);
   return static_cast<char>(kGifImage) + GifWord(area.left) + GifWord(area.top) +
@@ -50,126 +151,36 @@ std::string Descriptor(const GifArea& area, const GifTable* table) {
          (table == nullptr ? "" : table->Bytes());
 }
 
-// The blocks with the entries of `table`, or nothing where it lacks one.
-std::string Blocks(const GifFrame& frame, const Drawn& drawn, const GifTable& table, bool isOwn) {
-  std::array<int, 256> entries = {};
-  int largest = 0;
-  const int transparent = table.EntryOf(kTransparent);
-  if (drawn.anyStays) {
-    largest = transparent;
-  }
-  for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
-    entries[index] = table.EntryOf(frame.picture->palette[index]);
-    if (drawn.counts[index] != 0) {
-      if (entries[index] == kNoEntry) {
-        return {};
-      }
-      largest = std::max(largest, entries[index]);
-    }
-  }
-  const int codeSize =
-      std::max(kSmallestCodeSize, static_cast<int>(std::bit_width(unsigned(largest))));
-  std::vector<std::uint8_t> one;
-  std::vector<std::uint8_t> other;
-  bool complete = true;
-  bool usesTransparent = false;
-  ForEachPixel(frame, [&](std::uint8_t index, bool stays) {
-    int entry = entries[index];
-    int second = entry;
-    if (stays) {
-      second = transparent == kNoEntry ? entry : transparent;
-      if (entry == kNoEntry || entry >= 1 << codeSize) {
-        entry = second;
-      }
-    }
-    complete &= entry != kNoEntry;
-    usesTransparent |= second == transparent;
-    one.push_back(static_cast<std::uint8_t>(second));
-    other.push_back(static_cast<std::uint8_t>(entry));
-  });
-  if (!complete) {
-    return {};
-  }
-  GifControl control = {frame.delay, frame.disposal, std::nullopt};
-  if (usesTransparent) {
-    control.transparent = transparent;
-  }
-  LzwEncoder encoder;
-  return GifControlBlock(control) + Descriptor(frame.area, isOwn ? &table : nullptr) +
-         encoder.Encode({one, other, codeSize});
-}
-
 }  // namespace
 
-GifArea Union(const GifArea& a, const GifArea& b) {
-  if (a.width == 0 || b.width == 0) {
-    return a.width == 0 ? b : a;
-  }
-  const int left = std::min(a.left, b.left);
-  const int top = std::min(a.top, b.top);
-  return {left, top, std::max(a.left + a.width, b.left + b.width) - left,
-          std::max(a.top + a.height, b.top + b.height) - top};
-}
-
-GifArea ChangedArea(const GifScreen& before, const GifScreen& after, int width) {
-  const auto columns = static_cast<std::size_t>(width);
-  const std::size_t rows = before.size() / columns;
-  std::size_t left = columns;
-  std::size_t right = 0;
-  std::size_t top = rows;
-  std::size_t bottom = 0;
-  for (std::size_t row = 0; row < rows; ++row) {
-    const GifColour* const a = before.data() + row * columns;
-    const GifColour* const b = after.data() + row * columns;
-    const auto first = static_cast<std::size_t>(std::mismatch(a, a + columns, b).first - a);
-    if (first == columns) {
-      continue;
-    }
-    std::size_t last = columns;
-    while (a[last - 1] == b[last - 1]) {
-      --last;
-    }
-    left = std::min(left, first);
-    right = std::max(right, last);
-    top = std::min(top, row);
-    bottom = row + 1;
-  }
-  if (right == 0) {
-    return {};
-  }
-  return {static_cast<int>(left), static_cast<int>(top), static_cast<int>(right - left),
-          static_cast<int>(bottom - top)};
-}
-
-std::string GifFrameBlocks(const GifFrame& frame, const GifTable& global) {
-  const Drawn drawn = CountDrawn(frame);
-  std::string best = Blocks(frame, drawn, global, false);
-  std::vector<std::pair<std::size_t, GifColour>> used;
-  for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
-    const GifColour colour = frame.picture->palette[index];
-    if (drawn.counts[index] == 0 || colour == kTransparent) {
-      continue;
-    }
-    if (const auto same = std::find_if(used.begin(), used.end(),
-                                       [&](const auto& u) { return u.second == colour; });
-        same != used.end()) {
-      same->first += drawn.counts[index];
-    } else {
-      used.emplace_back(drawn.counts[index], colour);
+GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std::size_t style,
+                             bool compare) {
+  const Demand demand = DemandOf(frame);
+  const GifTable own = OwnTable(frame, demand);
+  std::optional<Entries> entries = EntriesOf(frame, demand, global);
+  const GifTable* table = nullptr;
+  std::string data = entries ? Data(*entries, frame.area, kStyles[style]) : "";
+  // The own table has to be paid for by narrower codes.
+  if (!entries || (own.Bits() < global.Bits() && own.Bytes().size() < data.size() / 2)) {
+    auto ownEntries = EntriesOf(frame, demand, own);
+    auto ownData = Data(*ownEntries, frame.area, kStyles[style]);
+    if (!entries || own.Bytes().size() + ownData.size() < data.size()) {
+      entries = std::move(ownEntries);
+      data = std::move(ownData);
+      table = &own;
     }
   }
-  std::stable_sort(used.begin(), used.end(),
-                   [](const auto& a, const auto& b) { return a.first > b.first; });
-  std::vector<GifColour> colours;
-  for (const auto& [count, colour] : used) {
-    colours.push_back(colour);
-  }
-  const GifTable own(colours);
-  if (best.empty() || own.Bits() < global.Bits()) {
-    const std::string with = Blocks(frame, drawn, own, true);
-    if (best.empty() || (!with.empty() && with.size() < best.size())) {
-      best = with;
+  std::size_t best = style;
+  for (std::size_t other = 0; compare && other < kGifStyles; ++other) {
+    if (other != style) {
+      auto otherData = Data(*entries, frame.area, kStyles[other]);
+      if (otherData.size() < data.size()) {
+        data = std::move(otherData);
+        best = other;
+      }
     }
   }
-  return best;
+  return {GifControlBlock({frame.delay, frame.disposal, entries->transparent}) +
+              Descriptor(frame.area, table) + data,
+          best};
 }

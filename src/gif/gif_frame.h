@@ -1,47 +1,36 @@
-// What one frame of an animated GIF draws, and its blocks.
+// The blocks of one frame of an animated GIF.
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "gif/gif_colours.h"
-#include "gif/gif_format.h"
+#include "gif/gif_screen.h"
 
-// A part of the screen, in pixels; one without a width has none.
-struct GifArea {
-  int left = 0;
-  int top = 0;
-  int width = 0;
-  int height = 0;
-};
-
-// The smallest area that holds both.
-GifArea Union(const GifArea& a, const GifArea& b);
-
-// A picture with the colours that its pixels show.
-struct GifPicture {
-  int width = 0;
-  int height = 0;
-  std::vector<std::uint8_t> indices;
-  std::vector<GifColour> palette;
-  GifScreen shown;
-};
-
+// A picture to be drawn.
 struct GifFrame {
-  // What the screen shows before the frame is drawn, and what it has to show then.
+  // What the screen shows before.
   std::shared_ptr<const GifScreen> before;
   std::shared_ptr<const GifPicture> picture;
-  // What is drawn; it holds every pixel in which the two differ.
+  // What is drawn of it: the pixels outside show what they have to.
   GifArea area;
+  // In hundredths of a second, 0 to 65535.
   int delay = 0;
   int disposal = 0;
 };
 
-// The area outside of which two screens of one size show the same.
-GifArea ChangedArea(const GifScreen& before, const GifScreen& after, int width);
+// Frames can be written in some styles, none of which is the best for every animation.
+inline constexpr std::size_t kGifStyles = 4;
 
-// The frame's blocks: graphic control, descriptor, the frame's own table where the global one does
-// not serve or costs more, and data.
-std::string GifFrameBlocks(const GifFrame& frame, const GifTable& global);
+struct GifFrameBlocks {
+  // Graphic control, descriptor, a table of the frame's own where the global one does not serve or
+  // costs more, and data.
+  std::string bytes;
+  std::size_t style = 0;
+};
+
+// Writes a frame in one style, below kGifStyles; or, with `compare`, in the one of all that makes
+// it smallest.
+GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std::size_t style,
+                             bool compare);

@@ -1,25 +1,32 @@
 // Writes an animated GIF of indexed pictures.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <future>
 #include <memory>
-#include <optional>
-#include <string>
-#include <string_view>
 
+#include "gif/gif_colours.h"
+#include "gif/gif_format.h"
 #include "gif/gif_frame.h"
+#include "gif/gif_screen.h"
 #include "gif/indexed_picture.h"
 
+// Shows exactly the colours that it is given, for ever again, in few bytes: only what changes is
+// drawn, equal pictures become one that stands longer, and what stays is transparent where that is
+// shorter. It holds a few pictures, however many there are, and compresses two at a time; the bytes
+// depend on the pictures alone.
 class GifWriter {
  public:
-  // What `sink` throws goes to the caller of Add and Finish, and the animation cannot be gone on
-  // with.
+  // The size is in pixels, 1 to 65535 each. What `sink` throws goes to the caller of Add and
+  // Finish, and the animation cannot be gone on with.
   GifWriter(int width, int height, GifSink sink);
 
-  // Adds a picture of the animation's size, to be shown for `delay` hundredths of a second, 2 or
-  // more.
+  // Adds a picture of that size, to be shown for `delay` hundredths of a second, 2 or more:
+  // programs show shorter ones longer. The colours of the first picture's palette become the global
+  // table, used or not, so those of all pictures should stand in it; 255 of them leave a place for
+  // the transparent one, which saves most.
   void Add(const IndexedPicture& picture, int delay);
 
   // Writes what is left of the animation, which has a picture. Nothing may be added after it.
@@ -27,17 +34,24 @@ class GifWriter {
 
  private:
   void Start(const GifPicture& picture);
-  void WritePending(const GifPicture* next);
-  void WriteFrame(const GifPicture& next, int delay);
+  void WritePending(const GifScreen& next);
+  void WriteFrame(const GifScreen& next, int delay);
   void Collect(std::size_t most);
 
   int width_;
   int height_;
   GifSink sink_;
   std::shared_ptr<const GifTable> global_;
+
+  // What the screen shows when the pending picture is drawn, which waits for the next one: that
+  // decides what becomes of it, and it may be the same.
   std::shared_ptr<const GifScreen> before_;
   std::shared_ptr<const GifPicture> pending_;
   std::int64_t delay_ = 0;
-  bool first_ = true;
-  std::deque<std::future<std::string>> frames_;
+
+  std::size_t framesBegun_ = 0;
+  // The best style of the last frame of which all were compared.
+  std::size_t style_ = 0;
+  // Those that are being compressed, in their order.
+  std::deque<std::future<GifFrameBlocks>> frames_;
 };

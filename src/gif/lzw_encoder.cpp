@@ -3,141 +3,152 @@
 #include <algorithm>
 #include <array>
 
+#include "gif/lzw_clearing.h"
+
 namespace {
+
+// How many strings of one length are followed: more find hardly longer ones.
 constexpr int kBreadth = 8;
-constexpr int kBack = 4;
-constexpr int kGain = 2;
-constexpr int kGainFull = 1;
-constexpr int kWindow = 512;
-constexpr int kDefer = 1;
-constexpr int kPct = 100;
+// How many pixels a string is made shorter at most, so that the next one reaches farther.
+constexpr std::size_t kMostBack = 2;
+// The part of two strings' length that this has to gain while there is place for new strings.
+constexpr std::size_t kGainPart = 4;
+
 }  // namespace
 
 std::string LzwEncoder::Encode(const LzwPixels& pixels) {
   pixels_ = pixels;
   LzwCodes codes(pixels.codeSize);
+  LzwClearing clearing;
   strings_.Clear(1 << pixels.codeSize);
+  growing_ = true;
   const std::size_t count = pixels.one.size();
   Match match = Longest(0);
-  std::size_t startPixels = 0, windowPixels = 0;
-  std::uint64_t startBits = codes.BitCount(), windowBits = 0;
-  int inWindow = 0;
-  full_ = false;
-  double best = 0;
-  for (std::size_t place = 0; place < count;) {
-    Match next;
-    match = Choose(place, match, next);
-    codes.Write(match.code);
-    place += match.length;
+  for (std::size_t place = 0;;) {
+    const Matches matches = Choose(place, match);
+    codes.Write(matches.first.code);
+    place += matches.first.length;
     if (place == count) {
-      break;
+      return codes.Finish();
     }
     const int added = codes.NextCode();
-    if (added < LzwStrings::kLimit) {
-      // Only when the next string begins as this one does may it be the one that is made here.
-      const int first = strings_.FirstOf(match.code);
-      if (match.length + 1 > next.length && match.length + 1 <= count - place &&
-          (first == pixels_.one[place + match.length] ||
-           first == pixels_.other[place + match.length]) &&
-          Fits(match.code, place)) {
-        next = {added, match.length + 1};
-        strings_.Add(match.code, first, added);
-      } else {
-        strings_.Add(match.code, strings_.FirstOf(next.code), added);
-      }
+    growing_ = added < LzwStrings::kLimit;
+    if (growing_) {
+      match = AddString(matches, place, added);
+    } else if (clearing.Pays(place, codes.BitCount())) {
+      codes.Clear();
+      clearing.Restart(place, codes.BitCount());
+      strings_.Clear(1 << pixels.codeSize);
+      growing_ = true;
+      match = Longest(place);
     } else {
-      bool clear = !kDefer;
-      if (!full_) {
-        full_ = true;
-        best = double(place - startPixels) / double(codes.BitCount() - startBits);
-        windowPixels = place;
-        windowBits = codes.BitCount();
-        inWindow = 0;
-      }
-      if (++inWindow > kWindow) {
-        const double rate = double(place - windowPixels) / double(codes.BitCount() - windowBits);
-        clear |= rate * 100 < best * kPct;
-        windowPixels = place;
-        windowBits = codes.BitCount();
-        inWindow = 0;
-      }
-      if (clear) {
-        codes.Clear();
-        strings_.Clear(1 << pixels.codeSize);
-        full_ = false;
-        startPixels = place;
-        startBits = codes.BitCount();
-        next = Longest(place);
-      }
+      match = matches.second;
     }
-    match = next;
   }
-  return codes.Finish();
 }
 
-// The longest string that the pixels from `start` on may be. Where pixels may be either of two
-// entries there are several on the way; those beyond the breadth are given up.
+// The longest string that the pixels from `start` on may be.
 LzwEncoder::Match LzwEncoder::Longest(std::size_t start) const {
-  std::array<int, 64> found = {pixels_.one[start], pixels_.other[start]};
-  std::array<int, 64> longer = {};
-  int number = found[0] == found[1] ? 1 : 2;
+  const std::size_t count = pixels_.one.size();
+  int code = pixels_.one[start];
+  if (code != pixels_.other[start]) {
+    return LongestOfBoth(LzwStrings::kNone, start, start);
+  }
   std::size_t place = start + 1;
+  for (; place < count; ++place) {
+    const int pixel = pixels_.one[place];
+    if (pixel != pixels_.other[place]) {
+      return LongestOfBoth(code, start, place);
+    }
+    const int longer = strings_.Longer(code, pixel);
+    if (longer == LzwStrings::kNone) {
+      break;
+    }
+    code = longer;
+  }
+  return {code, place - start};
+}
+
+// The same when the string of the pixels before `place` is known. Where pixels may be either of two
+// entries there are several on the way.
+LzwEncoder::Match LzwEncoder::LongestOfBoth(int code, std::size_t start, std::size_t place) const {
+  struct Strings {
+    std::array<int, kBreadth + 1> codes;
+    std::size_t count;
+  };
+  Strings found = {{code}, 1};
+  if (place == start) {
+    found = {{pixels_.one[start], pixels_.other[start]}, 2};
+    ++place;
+  }
   for (; place < pixels_.one.size(); ++place) {
+    Strings longer = {{}, 0};
+    const auto add = [&](int shorter, int pixel) {
+      longer.codes[longer.count] = strings_.Longer(shorter, pixel);
+      longer.count += longer.codes[longer.count] == LzwStrings::kNone ? 0 : 1;
+    };
     const int one = pixels_.one[place];
     const int other = pixels_.other[place];
-    int more = 0;
-    for (int index = 0; index < number && more < kBreadth; ++index) {
-      int code = strings_.Longer(found[index], one);
-      if (code != LzwStrings::kNone)
-        longer[more++] = code;
+    for (std::size_t index = 0; index < found.count && longer.count < kBreadth; ++index) {
+      add(found.codes[index], one);
       if (one != other) {
-        code = strings_.Longer(found[index], other);
-        if (code != LzwStrings::kNone)
-          longer[more++] = code;
+        add(found.codes[index], other);
       }
     }
-    if (more == 0)
+    if (longer.count == 0) {
       break;
-    std::copy_n(longer.begin(), more, found.begin());
-    number = more;
+    }
+    found = longer;
   }
-  return {found[0], place - start};
+  return {found.codes[0], place - start};
 }
 
-// The string to take at `start`.
-LzwEncoder::Match LzwEncoder::Choose(std::size_t start, const Match& longest, Match& next) const {
-  const std::size_t count = pixels_.one.size();
-  if (start + longest.length == count)
-    return longest;
-  Match best = longest;
-  next = Longest(start + longest.length);
-  std::size_t end = longest.length + next.length;
-  int code = longest.code;
-  for (int back = 1; back <= kBack && static_cast<std::size_t>(back) < longest.length; ++back) {
-    if (start + end == count)
-      break;
-    code = strings_.ShorterOf(code);
-    const std::size_t length = longest.length - static_cast<std::size_t>(back);
-    const Match after = Longest(start + length);
-    if (length + after.length >= end + static_cast<std::size_t>(full_ ? kGainFull : kGain)) {
-      end = length + after.length;
-      best = {code, length};
-      next = after;
+// The string to take at `start`, where `longest` is known, and the longest after it. The longest is
+// taken but where a shorter one lets the next reach farther.
+LzwEncoder::Matches LzwEncoder::Choose(std::size_t start, const Match& longest) const {
+  const std::size_t left = pixels_.one.size() - start;
+  if (longest.length == left) {
+    return {longest, {}};
+  }
+  Matches best = {longest, Longest(start + longest.length)};
+  std::size_t reach = longest.length + best.second.length;
+  Match shorter = longest;
+  while (shorter.length > 1 && longest.length - shorter.length < kMostBack && reach < left) {
+    shorter = {strings_.ShorterOf(shorter.code), shorter.length - 1};
+    const Match next = Longest(start + shorter.length);
+    const std::size_t gain = growing_ ? std::max(pixels_.leastGain, reach / kGainPart) : 1;
+    if (shorter.length + next.length >= reach + gain) {
+      best = {shorter, next};
+      reach = shorter.length + next.length;
     }
   }
   return best;
 }
 
-// Whether the pixels from `start` on may be a string.
-bool LzwEncoder::Fits(int code, std::size_t start) const {
-  const auto length = static_cast<std::size_t>(strings_.LengthOf(code));
-  if (length > pixels_.one.size() - start)
-    return false;
-  for (std::size_t place = start + length; place > start; code = strings_.ShorterOf(code)) {
-    --place;
-    const int pixel = strings_.LastOf(code);
-    if (pixel != pixels_.one[place] && pixel != pixels_.other[place])
-      return false;
+// Has the string that the decoder makes of these two as `added`. Returns what to take at `place`,
+// where the second begins: that, or the new one, which the next code may name already if it begins
+// with its own first pixel again.
+LzwEncoder::Match LzwEncoder::AddString(const Matches& matches, std::size_t place, int added) {
+  const auto& [first, second] = matches;
+  const int begin = strings_.FirstOf(first.code);
+  const std::size_t end = place + first.length;
+  if (first.length >= second.length && end < pixels_.one.size() && MayBe(begin, end) &&
+      Fits(first.code, place)) {
+    strings_.Add(first.code, begin, added);
+    return {added, first.length + 1};
   }
-  return true;
+  strings_.Add(first.code, strings_.FirstOf(second.code), added);
+  return second;
+}
+
+// Whether the pixels from `start` on may be a string; there are as many.
+bool LzwEncoder::Fits(int code, std::size_t start) const {
+  std::size_t place = start + static_cast<std::size_t>(strings_.LengthOf(code));
+  while (place > start && MayBe(strings_.LastOf(code), --place)) {
+    if (place == start) {
+      return true;
+    }
+    code = strings_.ShorterOf(code);
+  }
+  return false;
 }

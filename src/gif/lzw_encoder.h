@@ -1,6 +1,7 @@
 // Compresses the pixels of a GIF image.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -10,12 +11,17 @@
 
 // The pixels of an image, row by row, as entries of its colour table.
 struct LzwPixels {
-  // What each pixel may be: either of two entries, which show the same. Equal where there is only
-  // one. Both have the same number of pixels, at least one.
+  // What each pixel may be: either of two entries, which show the same; equal where there is only
+  // one. Both have the same number of pixels, at least one. Where strings of the same length are
+  // known the one with `one` is taken.
   std::span<const std::uint8_t> one;
   std::span<const std::uint8_t> other;
   // The bits of the largest entry, 2 to 8.
   int codeSize = 8;
+  // How many pixels two strings have to reach farther, 1 or more, for the first of them to be
+  // shorter than it could be. That costs the table a string; so the longer the strings are, the
+  // more it has to be.
+  std::size_t leastGain = 2;
 };
 
 // One object serves one image after the other; nothing of one reaches the next.
@@ -31,12 +37,23 @@ class LzwEncoder {
     int code = 0;
     std::size_t length = 0;
   };
+  // Two of them, the second where the first ends.
+  struct Matches {
+    Match first;
+    Match second;
+  };
 
   Match Longest(std::size_t start) const;
-  Match Choose(std::size_t start, const Match& longest, Match& next) const;
+  Match LongestOfBoth(int code, std::size_t start, std::size_t place) const;
+  Matches Choose(std::size_t start, const Match& longest) const;
+  Match AddString(const Matches& matches, std::size_t place, int added);
   bool Fits(int code, std::size_t start) const;
+  bool MayBe(int pixel, std::size_t place) const {
+    return pixel == pixels_.one[place] || pixel == pixels_.other[place];
+  }
 
   LzwPixels pixels_;
   LzwStrings strings_;
-  bool full_ = false;
+  // Whether there is a place for another string.
+  bool growing_ = true;
 };

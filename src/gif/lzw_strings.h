@@ -39,7 +39,7 @@ class LzwStrings {
   int LengthOf(int code) const { return strings_[Place(code)].length; }
 
  private:
-  static constexpr std::size_t kSlots = 8192;
+  static constexpr std::size_t kSlots = 16384;
   static constexpr int kCodeBits = 12;
 
   struct String {
@@ -53,7 +53,7 @@ class LzwStrings {
   static std::uint32_t KeyOf(int code, int pixel) {
     return static_cast<std::uint32_t>(code << 8 | pixel);
   }
-  static std::size_t SlotOf(std::uint32_t key) { return key * 0x9E3779B1U >> 19; }
+  static std::size_t SlotOf(std::uint32_t key) { return key * 0x9E3779B1U >> 18; }
 
   // A hash table of the longer strings: a key, with its code in the low bits. 0 is a free slot: no
   // longer string has the code 0.

@@ -1,0 +1,120 @@
+#include "gif/gif_screen.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kLeave = 1;
+constexpr int kClear = 2;
+constexpr int kRestore = 3;
+
+// How many pixels a step to `next` draws; and whether it can be made, for it can make no pixel
+// transparent.
+struct Cost {
+  Cost(const GifScreen& screen, const GifScreen& next) {
+    for (std::size_t place = 0; place < screen.size(); ++place) {
+      pixels += screen[place] != next[place] ? 1 : 0;
+      possible &= next[place] != kTransparent || screen[place] == kTransparent;
+    }
+  }
+
+  bool IsBelow(const Cost& other) const { return possible && pixels < other.pixels; }
+
+  std::size_t pixels = 0;
+  bool possible = true;
+};
+
+// The smallest area that holds both.
+GifArea Union(const GifArea& a, const GifArea& b) {
+  if (a.width == 0 || b.width == 0) {
+    return a.width == 0 ? b : a;
+  }
+  const int left = std::min(a.left, b.left);
+  const int top = std::min(a.top, b.top);
+  return {left, top, std::max(a.left + a.width, b.left + b.width) - left,
+          std::max(a.top + a.height, b.top + b.height) - top};
+}
+
+// The area of the pixels that `next` wants transparent and `screen` shows otherwise.
+GifArea AreaToClear(const GifScreen& screen, const GifScreen& next, int width) {
+  GifScreen cleared = screen;
+  for (std::size_t place = 0; place < screen.size(); ++place) {
+    cleared[place] = next[place] == kTransparent ? kTransparent : screen[place];
+  }
+  return ChangedArea(screen, cleared, width);
+}
+
+GifScreen Cleared(GifScreen screen, const GifArea& area, int width) {
+  for (int row = area.top; row < area.top + area.height; ++row) {
+    std::fill_n(screen.begin() + std::ptrdiff_t{row} * width + area.left, area.width, kTransparent);
+  }
+  return screen;
+}
+
+}  // namespace
+
+GifPicture::GifPicture(const IndexedPicture& picture)
+    : width(picture.width), height(picture.height), indices(picture.indices) {
+  for (const Colour& colour : picture.palette) {
+    palette.push_back(ToGifColour(colour));
+  }
+  shown.resize(indices.size());
+  std::transform(indices.begin(), indices.end(), shown.begin(),
+                 [this](std::uint8_t index) { return palette[index]; });
+}
+
+GifArea ChangedArea(const GifScreen& before, const GifScreen& after, int width) {
+  const std::ptrdiff_t columns = width;
+  std::ptrdiff_t left = columns;
+  std::ptrdiff_t right = 0;
+  int top = 0;
+  int bottom = 0;
+  int row = 0;
+  for (auto a = before.begin(), b = after.begin(); a != before.end(); ++row) {
+    const auto end = a + columns;
+    const auto first = std::mismatch(a, end, b).first;
+    if (first != end) {
+      const auto last = std::mismatch(std::reverse_iterator(end), std::reverse_iterator(first),
+                                      std::reverse_iterator(b + columns))
+                            .first.base();
+      top = right == 0 ? row : top;
+      bottom = row + 1;
+      left = std::min(left, first - a);
+      right = std::max(right, last - a);
+    }
+    a = end;
+    b += columns;
+  }
+  if (right == 0) {
+    return {};
+  }
+  return {static_cast<int>(left), top, static_cast<int>(right - left), bottom - top};
+}
+
+GifStep PlanStep(const std::shared_ptr<const GifScreen>& before,
+                 const std::shared_ptr<const GifPicture>& picture, const GifScreen& next,
+                 bool isFirst) {
+  const GifScreen& now = picture->shown;
+  const int width = picture->width;
+  GifStep step;
+  step.area = isFirst ? GifArea{0, 0, width, picture->height} : ChangedArea(*before, now, width);
+  step.disposal = kLeave;
+  step.after = {picture, &now};
+  Cost cost(now, next);
+  if (!cost.possible) {
+    const GifArea area = Union(step.area, AreaToClear(now, next, width));
+    auto cleared = std::make_shared<const GifScreen>(Cleared(now, area, width));
+    cost = Cost(*cleared, next);
+    step = {area, kClear, cleared};
+  }
+  // Some programs have nothing to restore before the first picture.
+  if (!isFirst && Cost(*before, next).IsBelow(cost)) {
+    step.area = ChangedArea(*before, now, width);
+    step.disposal = kRestore;
+    step.after = before;
+  }
+  if (step.area.width == 0) {
+    step.area = {0, 0, 1, 1};
+  }
+  return step;
+}
