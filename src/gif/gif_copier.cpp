@@ -4,9 +4,6 @@
 
 namespace {
 
-constexpr int kLeave = 1;
-constexpr int kClear = 2;
-
 std::string_view PartOf(std::string_view file, const GifSpan& span) {
   return file.substr(static_cast<std::size_t>(span.offset), static_cast<std::size_t>(span.size));
 }
@@ -61,7 +58,7 @@ void GifCopier::Append(std::string_view file, const GifBlocks& blocks, int delay
     Start(file, blocks);
   }
   const std::string_view colours = PartOf(file, ColoursOf(blocks, image));
-  pending_.control = {delay, kLeave, image.control.transparent};
+  pending_.control = {delay, kGifLeave, image.control.transparent};
   pending_.descriptor = Descriptor(image, colours == globalColours_ ? "" : colours);
   pending_.data = PartOf(file, image.data);
 }
@@ -92,7 +89,7 @@ void GifCopier::Start(std::string_view file, const GifBlocks& blocks) {
 
 // An image that does not draw each pixel is shown over an empty screen, as it is when it is alone.
 void GifCopier::WritePending(bool nextCovers) {
-  pending_.control.disposal = nextCovers ? kLeave : kClear;
+  pending_.control.disposal = nextCovers ? kGifLeave : kGifClear;
   sink_(GifControlBlock(pending_.control));
   sink_(pending_.descriptor);
   sink_(pending_.data);

@@ -31,11 +31,17 @@ constexpr int GifColourCount(int sizeField) {
 // Takes bytes of a GIF, in their order.
 using GifSink = std::function<void(std::string_view bytes)>;
 
+// What becomes of an image before the next one is drawn: it is left, its rectangle is cleared, or
+// shows again what it did before.
+inline constexpr int kGifLeave = 1;
+inline constexpr int kGifClear = 2;
+inline constexpr int kGifRestore = 3;
+
 // How an image is shown.
 struct GifControl {
   // How long it stands, in hundredths of a second, 0 to 65535.
   int delay = 0;
-  // What becomes of it before the next one is drawn, 0 to 7: 1 leaves it, 2 clears its rectangle.
+  // 0 to 7; 0 is as good as kGifLeave.
   int disposal = 0;
   // The index of the colour that is not drawn.
   std::optional<int> transparent;

@@ -62,7 +62,7 @@ Demand DemandOf(const GifFrame& frame) {
   return demand;
 }
 
-// The table of the colours that have to be drawn, the most frequent ones first.
+// The table of the colours that have to be drawn.
 GifTable OwnTable(const GifFrame& frame, const Demand& demand) {
   std::vector<GifColourUse> counts;
   for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
@@ -70,7 +70,7 @@ GifTable OwnTable(const GifFrame& frame, const Demand& demand) {
       counts.push_back({frame.picture->palette[index], demand.drawn[index]});
     }
   }
-  return {counts, demand.someStay};
+  return {counts, demand.someStay || frame.disposal == kGifClear};
 }
 
 // Nothing where the table lacks an entry.
@@ -90,7 +90,9 @@ std::optional<Entries> EntriesOf(const GifFrame& frame, const Demand& demand,
       largest = std::max(largest, entryOf[index]);
     }
   }
-  if (someStay) {
+  // Some programs clear to a colour of the global table if this or the first image, of whichever
+  // kind they are, has no transparent colour, so it is named even where no pixel has it.
+  if (none != GifTable::kNoEntry) {
     entries.transparent = none;
   }
   entries.codeSize =

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace {
+#include "gif/gif_format.h"
 
-constexpr int kLeave = 1;
-constexpr int kClear = 2;
-constexpr int kRestore = 3;
+namespace {
 
 // How many pixels a step to `next` draws; and whether it can be made, for it can make no pixel
 // transparent.
@@ -98,19 +96,19 @@ GifStep PlanStep(const std::shared_ptr<const GifScreen>& before,
   const int width = picture->width;
   GifStep step;
   step.area = isFirst ? GifArea{0, 0, width, picture->height} : ChangedArea(*before, now, width);
-  step.disposal = kLeave;
+  step.disposal = kGifLeave;
   step.after = {picture, &now};
   Cost cost(now, next);
   if (!cost.possible) {
     const GifArea area = Union(step.area, AreaToClear(now, next, width));
     auto cleared = std::make_shared<const GifScreen>(Cleared(now, area, width));
     cost = Cost(*cleared, next);
-    step = {area, kClear, cleared};
+    step = {area, kGifClear, cleared};
   }
   // Some programs have nothing to restore before the first picture.
   if (!isFirst && Cost(*before, next).IsBelow(cost)) {
     step.area = ChangedArea(*before, now, width);
-    step.disposal = kRestore;
+    step.disposal = kGifRestore;
     step.after = before;
   }
   if (step.area.width == 0) {
