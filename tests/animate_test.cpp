@@ -277,8 +277,8 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
 
 TEST_F(AnimateTest, HoldsFramesAndShowsThemOnASheet) {
   FillNumbered({1, 2, 3, 6, 7});
-  EXPECT_EQ(Run({"out.gif", "--fill-gaps", "--contact-sheet", "sheet.png"}).exitStatus, 0);
-  EXPECT_THAT(Levels("out.gif"), ElementsAre(1, 2, 3, 3, 3, 6, 7));
+  EXPECT_EQ(Run({"out.apng", "--fill-gaps", "--contact-sheet", "sheet.png"}).exitStatus, 0);
+  EXPECT_THAT(Levels("out.apng"), ElementsAre(1, 2, 3, 3, 3, 6, 7));
   EXPECT_EQ(Levels("sheet.png").size(), 1U);
 }
 

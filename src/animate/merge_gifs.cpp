@@ -1,29 +1,23 @@
 #include "animate/merge_gifs.h"
 
-#include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <numeric>
 #include <string>
 #include <string_view>
 
 #include "film/failure.h"
+#include "film/gif_clock.h"
 #include "film/interruption.h"
+#include "film/new_content.h"
 #include "film/quoted.h"
 #include "gif/gif_blocks.h"
 #include "gif/gif_copier.h"
-#include "platform/file_system.h"
 #include "platform/input_file.h"
 
 namespace animate {
 namespace {
 
 namespace fs = std::filesystem;
-
-// When frame `number` begins, in hundredths of a second.
-int StartOf(const Film& film, std::size_t number) {
-  return static_cast<int>(std::lround(100.0 * static_cast<double>(number) / film.rate.value));
-}
 
 std::string ContentOf(const fs::path& frame) {
   const platform::InputFile file =
@@ -56,21 +50,16 @@ void ExpectFrames(const Film& film, GifCopier& copier) {
 }
 
 void WriteFrames(const Film& film, const fs::path& target) {
-  const platform::OwnedFile output =
-      OrFail(platform::OpenForNewContent(target), "the animation cannot be written");
-  GifCopier copier(
-      [&](std::string_view bytes) { std::fwrite(bytes.data(), 1, bytes.size(), output.get()); });
+  NewContent output(target);
+  GifCopier copier([&](std::string_view bytes) { output.Add(bytes); });
   ExpectFrames(film, copier);
   for (std::size_t number = 0; number < film.shown.size(); ++number) {
     StopIfInterrupted();
     const std::string content = ContentOf(film.frames[film.shown[number]].path);
-    copier.Append(content, ReadGifBlocks(content),
-                  StartOf(film, number + 1) - StartOf(film, number));
+    copier.Append(content, ReadGifBlocks(content), GifDelay(number, film.rate));
   }
   copier.Finish();
-  if (std::fflush(output.get()) != 0 || std::ferror(output.get()) != 0) {
-    throw Failure("the animation cannot be written, the disk may be full");
-  }
+  output.Finish();
 }
 
 Measurement Prove(const Film& film, const fs::path& target) {
@@ -87,7 +76,7 @@ Measurement Prove(const Film& film, const fs::path& target) {
                       [](int sum, const GifImage& image) { return sum + image.control.delay; });
   if (blocks.fault != GifFault::kNone || blocks.images.size() != film.shown.size() ||
       Size{blocks.width, blocks.height} != film.size ||
-      length != StartOf(film, film.shown.size())) {
+      length != GifTime(film.shown.size(), film.rate)) {
     throw Failure("the finished file is not whole");
   }
   return {blocks.images.size(), static_cast<double>(length) / 100, film.size};

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "converter/encoding.h"
-#include "converter/gif_clock.h"
 #include "converter/recipe.h"
 #include "converter/small_pictures.h"
 #include "film/failure.h"
+#include "film/gif_clock.h"
 #include "platform/paths.h"
 
 namespace animate {

@@ -15,4 +15,9 @@ inline long long GifTime(std::size_t number, const Rate& rate) {
   return std::llround(static_cast<double>(number) * kHundredths / rate.value);
 }
 
+// For how long it is shown.
+inline int GifDelay(std::size_t number, const Rate& rate) {
+  return static_cast<int>(GifTime(number + 1, rate) - GifTime(number, rate));
+}
+
 }  // namespace animate
