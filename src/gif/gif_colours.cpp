@@ -17,10 +17,19 @@ GifColour ToGifColour(const Colour& colour) {
 }
 
 GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
-  std::stable_sort(colours.begin(), colours.end(),
-                   [](const auto& a, const auto& b) { return a.pixels > b.pixels; });
+  std::sort(colours.begin(), colours.end(),
+            [](const auto& a, const auto& b) { return a.colour < b.colour; });
+  std::vector<GifColourUse> distinct;
   for (const auto& [colour, pixels] : colours) {
-    if (colour != kTransparent && EntryOf(colour) == kNoEntry) {
+    if (distinct.empty() || distinct.back().colour != colour) {
+      distinct.push_back({colour, 0});
+    }
+    distinct.back().pixels += pixels;
+  }
+  std::stable_sort(distinct.begin(), distinct.end(),
+                   [](const auto& a, const auto& b) { return a.pixels > b.pixels; });
+  for (const auto& [colour, pixels] : distinct) {
+    if (colour != kTransparent) {
       colours_.push_back(colour);
     }
   }
@@ -30,11 +39,15 @@ GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
     const bool isFull = colours_.size() >= 4 && std::has_single_bit(colours_.size());
     colours_.insert(isFull ? colours_.end() : colours_.begin(), kTransparent);
   }
+  for (std::size_t entry = 0; entry < colours_.size(); ++entry) {
+    entries_.emplace_back(colours_[entry], static_cast<int>(entry));
+  }
+  std::sort(entries_.begin(), entries_.end());
 }
 
 int GifTable::EntryOf(GifColour colour) const {
-  const auto found = std::find(colours_.begin(), colours_.end(), colour);
-  return found == colours_.end() ? kNoEntry : static_cast<int>(found - colours_.begin());
+  const auto found = std::lower_bound(entries_.begin(), entries_.end(), std::pair(colour, 0));
+  return found == entries_.end() || found->first != colour ? kNoEntry : found->second;
 }
 
 int GifTable::Bits() const {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "gif/indexed_picture.h"
@@ -40,4 +41,6 @@ class GifTable {
 
  private:
   std::vector<GifColour> colours_;
+  // Each colour with its entry, in the order of the colours.
+  std::vector<std::pair<GifColour, int>> entries_;
 };

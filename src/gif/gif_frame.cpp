@@ -82,8 +82,11 @@ std::optional<Entries> EntriesOf(const GifFrame& frame, const Demand& demand,
   int largest = someStay ? none : 0;
   std::array<int, 256> entryOf = {};
   for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
+    if (demand.drawn[index] == 0 && demand.staying[index] == 0) {
+      continue;
+    }
     entryOf[index] = table.EntryOf(frame.picture->palette[index]);
-    if (demand.drawn[index] != 0 || (demand.staying[index] != 0 && !someStay)) {
+    if (demand.drawn[index] != 0 || !someStay) {
       if (entryOf[index] == GifTable::kNoEntry) {
         return std::nullopt;
       }
@@ -139,11 +142,11 @@ void PreferToDrawShortRuns(Entries& entries, std::size_t width) {
 }
 
 // The image data of the pixels.
-std::string Data(Entries entries, const GifArea& area, const Style& style) {
+std::string Data(LzwEncoder& encoder, Entries entries, const GifArea& area, const Style& style) {
   if (style.drawsShortRuns) {
     PreferToDrawShortRuns(entries, static_cast<std::size_t>(area.width));
   }
-  return LzwEncoder().Encode({entries.one, entries.other, entries.codeSize, style.leastGain});
+  return encoder.Encode({entries.one, entries.other, entries.codeSize, style.leastGain});
 }
 
 std::string Descriptor(const GifArea& area, const GifTable* table) {
@@ -161,11 +164,12 @@ GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std:
   const GifTable own = OwnTable(frame, demand);
   std::optional<Entries> entries = EntriesOf(frame, demand, global);
   const GifTable* table = nullptr;
-  std::string data = entries ? Data(*entries, frame.area, kStyles[style]) : "";
+  LzwEncoder encoder;
+  std::string data = entries ? Data(encoder, *entries, frame.area, kStyles[style]) : "";
   // The own table has to be paid for by narrower codes.
   if (!entries || (own.Bits() < global.Bits() && own.Bytes().size() < data.size() / 2)) {
     auto ownEntries = EntriesOf(frame, demand, own);
-    auto ownData = Data(*ownEntries, frame.area, kStyles[style]);
+    auto ownData = Data(encoder, *ownEntries, frame.area, kStyles[style]);
     if (!entries || own.Bytes().size() + ownData.size() < data.size()) {
       entries = std::move(ownEntries);
       data = std::move(ownData);
@@ -175,7 +179,7 @@ GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std:
   std::size_t best = style;
   for (std::size_t other = 0; compare && other < kGifStyles; ++other) {
     if (other != style) {
-      auto otherData = Data(*entries, frame.area, kStyles[other]);
+      auto otherData = Data(encoder, *entries, frame.area, kStyles[other]);
       if (otherData.size() < data.size()) {
         data = std::move(otherData);
         best = other;

@@ -9,6 +9,8 @@
 namespace {
 
 constexpr std::size_t kFramesAtOnce = 2;
+// A thread costs more than compressing fewer pixels.
+constexpr int kLeastForThread = 2048;
 constexpr std::int64_t kShortestDelay = 2;
 constexpr std::int64_t kLongestDelay = 65535;
 
@@ -79,11 +81,12 @@ void GifWriter::WriteFrame(const GifScreen& next, int delay) {
   GifStep step = PlanStep(before_, pending_, next, framesBegun_ == 0);
   GifFrame frame = {before_, pending_, step.area, delay, step.disposal};
   before_ = std::move(step.after);
-  frames_.push_back(
-      std::async(std::launch::async, [frame = std::move(frame), global = global_, style = style_,
-                                      compares = ComparesStyles(framesBegun_)] {
-        return WriteGifFrame(frame, *global, style, compares);
-      }));
+  const bool isSmall = frame.area.width * frame.area.height < kLeastForThread;
+  const auto launch = isSmall ? std::launch::deferred : std::launch::async;
+  frames_.push_back(std::async(launch, [frame = std::move(frame), global = global_, style = style_,
+                                        compares = ComparesStyles(framesBegun_)] {
+    return WriteGifFrame(frame, *global, style, compares);
+  }));
   ++framesBegun_;
 }
 

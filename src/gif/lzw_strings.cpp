@@ -1,7 +1,10 @@
 #include "gif/lzw_strings.h"
 
 void LzwStrings::Clear(int pixelValues) {
-  slots_.fill(0);
+  for (const std::size_t slot : taken_) {
+    slots_[slot] = 0;
+  }
+  taken_.clear();
   for (int pixel = 0; pixel < pixelValues; ++pixel) {
     const auto value = static_cast<std::uint8_t>(pixel);
     strings_[Place(pixel)] = {0, 1, value, value};
@@ -20,5 +23,6 @@ void LzwStrings::Add(int code, int pixel, int added) {
       return;
     }
   }
+  taken_.push_back(slot);
   slots_[slot] = key << kCodeBits | static_cast<std::uint32_t>(added);
 }

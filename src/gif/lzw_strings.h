@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 // A tree: each string is a shorter one and a pixel more, each has a code, and the strings of one
 // pixel have its value as their code.
@@ -43,10 +44,10 @@ class LzwStrings {
   static constexpr int kCodeBits = 12;
 
   struct String {
-    std::uint16_t shorter = 0;
-    std::uint16_t length = 1;
-    std::uint8_t first = 0;
-    std::uint8_t last = 0;
+    std::uint16_t shorter;
+    std::uint16_t length;
+    std::uint8_t first;
+    std::uint8_t last;
   };
 
   static std::size_t Place(int code) { return static_cast<std::size_t>(code); }
@@ -58,5 +59,7 @@ class LzwStrings {
   // A hash table of the longer strings: a key, with its code in the low bits. 0 is a free slot: no
   // longer string has the code 0.
   std::array<std::uint32_t, kSlots> slots_ = {};
+  // The slots that are not free.
+  std::vector<std::size_t> taken_;
   std::array<String, kLimit> strings_ = {};
 };
