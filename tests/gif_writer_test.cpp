@@ -1,0 +1,91 @@
+#include "gif/gif_writer.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include "gif/lzw_encoder.h"
+#include "tests/reference/literal_gif_player.h"
+#include "tests/support/animation_of_numbers.h"
+#include "tests/support/gif_builder.h"
+
+namespace {
+
+using Animation = std::vector<std::pair<IndexedPicture, int>>;
+
+std::string Written(const Animation& pictures) {
+  std::string file;
+  GifWriter writer(pictures[0].first.width, pictures[0].first.height,
+                   [&](std::string_view bytes) { file += bytes; });
+  for (const auto& [picture, delay] : pictures) {
+    writer.Add(picture, delay);
+  }
+  writer.Finish();
+  return file;
+}
+
+TEST(GifWriter, ShowsThePicturesItIsGiven) {
+  std::mt19937 random(7);
+  const auto below = [&](int limit) {
+    return static_cast<int>(random() % static_cast<unsigned>(limit));
+  };
+  for (int round = 0; round < 300; ++round) {
+    const int most = round % 30 == 0 ? 300 : 1 + round % 30;
+    const Animation pictures = AnimationOfNumbers(below, most, most);
+    GifShown expected;
+    for (const auto& [picture, delay] : pictures) {
+      LiteralGifPlayer::Show(expected, GifPicture(picture).shown, delay);
+    }
+    ASSERT_EQ(LiteralGifPlayer::Play(Written(pictures)), expected) << round;
+  }
+}
+
+TEST(GifWriter, DrawsNoMoreThanItMust) {
+  // Two colours and a transparent one, in one row of four pixels.
+  const auto row = [](const std::string& pixels) {
+    return IndexedPicture{4, 1, {pixels.begin(), pixels.end()}, {{1}, {2}, {3, 3, 3, 0}}};
+  };
+  const std::string some = Bytes({0, 0, 0, 0});
+  const std::string other = Bytes({0, 1, 1, 0});
+  const std::string holes = Bytes({0, 2, 2, 0});
+  // Expected of each image: left, width, disposal and delay.
+  const std::pair<Animation, std::vector<std::array<int, 4>>> cases[] = {
+      {{{row(some), 3}, {row(some), 4}, {row(other), 5}}, {{0, 4, 1, 7}, {1, 2, 1, 5}}},
+      {{{row(some), 65536}}, {{0, 4, 1, 65534}, {0, 1, 1, 2}}},
+      {{{row(some), 2}, {row(other), 2}, {row(some), 2}},
+       {{0, 4, 1, 2}, {1, 2, 3, 2}, {0, 1, 1, 2}}},
+      {{{row(some), 2}, {row(other), 2}, {row(holes), 2}},
+       {{0, 4, 1, 2}, {1, 2, 2, 2}, {0, 1, 1, 2}}},
+  };
+  for (const auto& [pictures, expected] : cases) {
+    std::vector<std::array<int, 4>> found;
+    for (const GifImage& image : ReadGifBlocks(Written(pictures)).images) {
+      found.push_back({image.left, image.width, image.control.disposal, image.control.delay});
+    }
+    EXPECT_EQ(found, expected);
+  }
+}
+
+TEST(LzwEncoder, IsShorterThanAPlainOne) {
+  std::mt19937 random(7);
+  const auto noise = [&](int limit) { return random() % static_cast<unsigned>(limit); };
+  // Noise of several kinds one below the other, a slope, and lines that come again.
+  const std::function<unsigned(unsigned, unsigned)> kinds[] = {
+      [&](unsigned, unsigned y) { return y / 64 * 32 + noise(y % 128 < 64 ? 32 : 4); },
+      [](unsigned x, unsigned y) { return (x * 3 + y * 2) / 7 % 200; },
+      [&](unsigned x, unsigned y) { return (x * x + y % 8 * 31) / 64 % 16 + noise(20) / 19; },
+  };
+  for (const auto& kind : kinds) {
+    std::string pixels;
+    for (unsigned place = 0; place < 65536; ++place) {
+      pixels += static_cast<char>(kind(place % 256, place / 256));
+    }
+    const std::vector<std::uint8_t> entries(pixels.begin(), pixels.end());
+    const GifBlocks plain = ReadGifBlocks(GifOfPixels(256, 256, 8, pixels));
+    const std::string data = LzwEncoder().Encode({entries, entries});
+    EXPECT_LT(static_cast<double>(data.size()),
+              0.98 * static_cast<double>(plain.images[0].data.size));
+  }
+}
+
+}  // namespace

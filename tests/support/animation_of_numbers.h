@@ -1,0 +1,58 @@
+// Animations of any kind, drawn by numbers.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "gif/indexed_picture.h"
+
+// Gives a number from 0 to one below its argument.
+using NumberBelow = std::function<int(int)>;
+
+// Pictures of one size, at most so large, with their delays: rectangles of one colour and of noise
+// drawn over what was there, earlier pictures, other palettes, colours that are transparent.
+inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const NumberBelow& below,
+                                                                      int mostWide, int mostHigh) {
+  IndexedPicture picture;
+  picture.width = 1 + below(mostWide);
+  picture.height = 1 + below(mostHigh);
+  picture.indices.resize(static_cast<std::size_t>(picture.width) *
+                         static_cast<std::size_t>(picture.height));
+  const auto byte = [&below](int limit) { return static_cast<std::uint8_t>(below(limit)); };
+  const int colours = 1 + below(below(2) == 0 ? 256 : 5);
+  const int transparent = below(2) == 0 ? below(256) : colours;
+  const auto setPalette = [&] {
+    const std::uint8_t shift = byte(256);
+    picture.palette.clear();
+    for (int index = 0; index < colours; ++index) {
+      const auto value = static_cast<std::uint8_t>(index * 7 + shift);
+      const std::uint8_t alpha = index == transparent ? 0 : 255;
+      picture.palette.push_back({value, static_cast<std::uint8_t>(value / 2), shift, alpha});
+    }
+  };
+  setPalette();
+  std::vector<std::pair<IndexedPicture, int>> pictures;
+  for (int left = below(8); left >= 0; --left) {
+    const int kind = below(8);
+    if (kind == 0) {
+      setPalette();
+    } else if (kind < 3 && !pictures.empty()) {
+      picture = pictures[static_cast<std::size_t>(below(static_cast<int>(pictures.size())))].first;
+    } else {
+      const int top = below(picture.height);
+      const int bottom = top + 1 + below(picture.height - top);
+      const int start = below(picture.width);
+      const int end = start + 1 + below(picture.width - start);
+      const std::uint8_t colour = byte(colours);
+      for (int place = top * picture.width; place < bottom * picture.width; ++place) {
+        if (place % picture.width >= start && place % picture.width < end) {
+          picture.indices[static_cast<std::size_t>(place)] = kind < 5 ? byte(colours) : colour;
+        }
+      }
+    }
+    pictures.emplace_back(picture, below(16) == 0 ? 65530 + below(256) * 300 : 2 + below(99));
+  }
+  return pictures;
+}
