@@ -68,7 +68,7 @@ TEST(GifWriter, DrawsNoMoreThanItMust) {
 
 TEST(LzwEncoder, IsShorterThanAPlainOne) {
   std::mt19937 random(7);
-  const auto noise = [&](int limit) { return random() % static_cast<unsigned>(limit); };
+  const auto noise = [&](unsigned limit) { return static_cast<unsigned>(random()) % limit; };
   // Noise of several kinds one below the other, a slope, and lines that come again.
   const std::function<unsigned(unsigned, unsigned)> kinds[] = {
       [&](unsigned, unsigned y) { return y / 64 * 32 + noise(y % 128 < 64 ? 32 : 4); },

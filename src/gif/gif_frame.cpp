@@ -178,7 +178,8 @@ GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std:
   }
   std::size_t best = style;
   for (std::size_t other = 0; compare && other < kGifStyles; ++other) {
-    if (other != style) {
+    // Where no pixel may stay there are no runs to draw.
+    if (other != style && (demand.someStay || kStyles[other].drawsShortRuns)) {
       auto otherData = Data(encoder, *entries, frame.area, kStyles[other]);
       if (otherData.size() < data.size()) {
         data = std::move(otherData);

@@ -8,7 +8,7 @@
 namespace {
 
 // How many strings of one length are followed: more find hardly longer ones.
-constexpr int kBreadth = 8;
+constexpr std::size_t kBreadth = 8;
 // How many pixels a string is made shorter at most, so that the next one reaches farther.
 constexpr std::size_t kMostBack = 2;
 // The part of two strings' length that this has to gain while there is place for new strings.
@@ -72,35 +72,36 @@ LzwEncoder::Match LzwEncoder::Longest(std::size_t start) const {
 // The same when the string of the pixels before `place` is known. Where pixels may be either of two
 // entries there are several on the way.
 LzwEncoder::Match LzwEncoder::LongestOfBoth(int code, std::size_t start, std::size_t place) const {
-  struct Strings {
-    std::array<int, kBreadth + 1> codes;
-    std::size_t count;
-  };
-  Strings found = {{code}, 1};
+  std::array<int, 2 * kBreadth> found = {code};
+  std::size_t count = 1;
   if (place == start) {
-    found = {{pixels_.one[start], pixels_.other[start]}, 2};
+    found[0] = pixels_.one[start];
+    found[1] = pixels_.other[start];
+    count = 2;
     ++place;
   }
   for (; place < pixels_.one.size(); ++place) {
-    Strings longer = {{}, 0};
-    const auto add = [&](int shorter, int pixel) {
-      longer.codes[longer.count] = strings_.Longer(shorter, pixel);
-      longer.count += longer.codes[longer.count] == LzwStrings::kNone ? 0 : 1;
-    };
     const int one = pixels_.one[place];
     const int other = pixels_.other[place];
-    for (std::size_t index = 0; index < found.count && longer.count < kBreadth; ++index) {
-      add(found.codes[index], one);
+    std::array<int, 2 * kBreadth> longer;
+    std::size_t longerCount = 0;
+    const auto add = [&](int shorter, int pixel) {
+      longer[longerCount] = strings_.Longer(shorter, pixel);
+      longerCount += longer[longerCount] == LzwStrings::kNone ? 0 : 1;
+    };
+    for (std::size_t index = 0; index < count; ++index) {
+      add(found[index], one);
       if (one != other) {
-        add(found.codes[index], other);
+        add(found[index], other);
       }
     }
-    if (longer.count == 0) {
+    if (longerCount == 0) {
       break;
     }
-    found = longer;
+    count = std::min(longerCount, kBreadth);
+    std::copy_n(longer.begin(), count, found.begin());
   }
-  return {found.codes[0], place - start};
+  return {found[0], place - start};
 }
 
 // The string to take at `start`, where `longest` is known, and the longest after it. The longest is
