@@ -39,6 +39,11 @@ class LzwStrings {
   int ShorterOf(int code) const { return strings_[Place(code)].shorter; }
   int LengthOf(int code) const { return strings_[Place(code)].length; }
 
+  // The strings that are one with a pixel more, one after the other: the last made of them, and the
+  // one made before `code`, which is one of them. kNone where there is none.
+  int LastLonger(int code) const { return strings_[Place(code)].lastLonger; }
+  int LongerBefore(int code) const { return strings_[Place(code)].longerBefore; }
+
  private:
   static constexpr std::size_t kSlots = 16384;
   static constexpr int kCodeBits = 12;
@@ -48,6 +53,8 @@ class LzwStrings {
     std::uint16_t length;
     std::uint8_t first;
     std::uint8_t last;
+    std::int16_t lastLonger;
+    std::int16_t longerBefore;
   };
 
   static std::size_t Place(int code) { return static_cast<std::size_t>(code); }

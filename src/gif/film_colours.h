@@ -1,0 +1,43 @@
+// What has to be known of all pictures before the first is written as a GIF: their colours, and how
+// long their pixels stand.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <unordered_set>
+#include <vector>
+
+#include "gif/colour_counts.h"
+#include "gif/indexed_picture.h"
+
+class FilmColours {
+ public:
+  // One colour of 256 is left to transparent pixels.
+  static constexpr std::size_t kMost = 255;
+
+  // Takes the next picture: the pixels row by row, as many as those of the others. Alpha is 0 or
+  // 255.
+  void Add(std::span<const Colour> picture);
+
+  // Whether there are at most kMost opaque colours; then Table() is just these.
+  bool AreFew() const { return exact_.size() <= kMost; }
+
+  // The colours that stand for those of all pictures best: 1 to kMost.
+  std::vector<Colour> Table() const;
+
+  // For how many pictures a pixel stands on an average, 1 or more.
+  double LifeOf(std::size_t pixel) const {
+    return static_cast<double>(pictures_) / (1.0 + changes_[pixel]);
+  }
+
+  std::size_t Pictures() const { return pictures_; }
+
+ private:
+  std::size_t pictures_ = 0;
+  std::vector<Colour> before_;
+  std::vector<std::uint32_t> changes_;
+  ColourCounts counts_;
+  // The opaque colours, until there are too many.
+  std::unordered_set<std::uint32_t> exact_;
+};

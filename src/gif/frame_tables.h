@@ -1,0 +1,52 @@
+// Chooses the colour tables that the frames of an animated GIF are drawn with.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "gif/colour_counts.h"
+#include "gif/indexed_picture.h"
+#include "gif/lossy_lzw_encoder.h"
+#include "gif/nearest_colour.h"
+
+// The bytes of a table with a place for a transparent entry behind its `colours`, 1 to 255, and its
+// size as a power of two.
+std::string LossyTableBytes(const std::vector<Colour>& colours);
+int LossyTableBits(const std::vector<Colour>& colours);
+
+// Errors that the global table leaves make a table of a frame's own, of the colours that need it.
+// What the screen shows already needs nothing, so frame by frame a picture that stands comes to
+// show more colours than a table has.
+class FrameTables {
+ public:
+  struct Choice {
+    NearestColour* colours = nullptr;
+    bool isOwn = false;
+  };
+
+  // `global` has 1 to 255 colours; with `isExact` they are all there are. `bitPrice` as LossyImage
+  // has it.
+  FrameTables(std::vector<Colour> global, bool isExact, float bitPrice);
+
+  const std::vector<Colour>& Global() const { return global_.Table(); }
+
+  // Chooses the table of a frame and says in `pixels` what its entries are for them. The choice
+  // holds until the next one.
+  Choice Choose(std::span<LossyPixel> pixels);
+
+ private:
+  NearestColour OwnOf(std::span<const LossyPixel> pixels);
+
+  NearestColour global_;
+  bool isExact_;
+  double tablePrice_;
+  ColourCounts counts_;
+  std::optional<NearestColour> own_;
+  // For how many frames none of their own is tried, since it was tried in vain, and for how many it
+  // will be if that happens again.
+  std::size_t rest_ = 0;
+  std::size_t nextRest_ = 1;
+};

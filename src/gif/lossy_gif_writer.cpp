@@ -1,0 +1,201 @@
+#include "gif/lossy_gif_writer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr int kLeave = 1;
+constexpr int kClear = 2;
+// Below the price of any error, so that without a price every error is too much.
+constexpr float kLeastBitPrice = 1e-3F;
+
+bool IsOpaque(const Colour& colour) {
+  return colour.alpha != 0;
+}
+
+bool IsSame(const Colour& a, const Colour& b) {
+  return IsOpaque(a) == IsOpaque(b) && (!IsOpaque(a) || ColourDistance(a, b) == 0);
+}
+
+// The first line that has enough need to be drawn, and the one after the last.
+std::pair<int, int> Needed(const std::vector<float>& needs) {
+  const auto enough = [](float need) { return need >= 1; };
+  const auto first = std::find_if(needs.begin(), needs.end(), enough);
+  const auto last = std::find_if(needs.rbegin(), needs.rend(), enough);
+  return {static_cast<int>(first - needs.begin()), static_cast<int>(needs.rend() - last)};
+}
+
+}  // namespace
+
+float BitPriceOf(int quality) {
+  constexpr float kPriceOf80 = 7;
+  const float loss = static_cast<float>(100 - quality) / 20;
+  return loss <= 1 ? kPriceOf80 * loss * loss : kPriceOf80 * std::exp2(1.6F * (loss - 1));
+}
+
+LossyGifWriter::LossyGifWriter(int width, int height, const FilmColours& film, float bitPrice,
+                               GifSink sink)
+    : width_(width),
+      height_(height),
+      film_(film),
+      bitPrice_(bitPrice),
+      sink_(std::move(sink)),
+      tables_(film.Table(), film.AreFew(), bitPrice) {}
+
+void LossyGifWriter::Add(std::span<const Colour> picture, int delay) {
+  if (pending_.empty()) {
+    Start();
+  } else {
+    Draw(picture);
+  }
+  std::swap(before_, pending_);
+  pending_.assign(picture.begin(), picture.end());
+  delay_ = delay;
+}
+
+void LossyGifWriter::Finish() {
+  // The last picture may be followed by any.
+  Draw(pending_);
+  WriteFrame();
+  sink_(std::string{kGifTrailer});
+}
+
+void LossyGifWriter::Start() {
+  constexpr int kEightBitsAColour = 0x70;
+  const int packed = kGifTableFlag | kEightBitsAColour | (LossyTableBits(tables_.Global()) - 1);
+  screen_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_),
+                 Colour{0, 0, 0, 0});
+  pixels_.resize(screen_.size());
+  sink_(kGifSignature);
+  sink_(GifWord(width_) + GifWord(height_) + std::string{static_cast<char>(packed), 0, 0});
+  sink_(LossyTableBytes(tables_.Global()));
+  sink_(GifLoopBlock(0));
+}
+
+// Draws the pending picture so that `next` can follow it.
+void LossyGifWriter::Draw(std::span<const Colour> next) {
+  Weigh(next);
+  const FrameTables::Choice choice = tables_.Choose(pixels_);
+  bool clears = false;
+  const GifArea area = AreaToDraw(next, clears);
+  ++picturesDrawn_;
+  if (area.width == 0) {
+    frame_.delay += delay_;
+    return;
+  }
+  if (!frame_.image.empty()) {
+    WriteFrame();
+  }
+  frame_.delay = delay_;
+  frame_.control.disposal = clears ? kClear : kLeave;
+  frame_.control.transparent = static_cast<int>(choice.colours->Table().size());
+  frame_.image = ImageOf(area, choice);
+  if (clears) {
+    for (int row = area.top; row < area.top + area.height; ++row) {
+      std::fill_n(screen_.begin() + static_cast<std::ptrdiff_t>(row) * width_ + area.left,
+                  area.width, Colour{0, 0, 0, 0});
+    }
+  }
+}
+
+// Says of each pixel of the pending picture what it should be, and what errors count.
+void LossyGifWriter::Weigh(std::span<const Colour> next) {
+  const auto left = static_cast<double>(film_.Pictures() - picturesDrawn_);
+  for (std::size_t place = 0; place < pixels_.size(); ++place) {
+    const Colour& wanted = pending_[place];
+    const Colour& shown = screen_[place];
+    LossyPixel& pixel = pixels_[place];
+    pixel.wanted = wanted;
+    pixel.drawn = IsOpaque(wanted) ? 0 : LossyPixel::kNever;
+    pixel.staying = IsOpaque(wanted) != IsOpaque(shown) ? LossyPixel::kNever
+                    : IsOpaque(wanted)                  ? ColourDistance(wanted, shown)
+                                                        : 0;
+    pixel.isNew = picturesDrawn_ == 0 || !IsSame(wanted, before_[place]);
+    pixel.weight = IsSame(wanted, next[place])
+                       ? static_cast<float>(std::max(1.0, std::min(film_.LifeOf(place), left)))
+                       : 1;
+  }
+}
+
+// Leaves out rows and columns of which nothing is worth a frame's growth, and takes in what has to
+// be cleared for `next`. Small errors of many pixels add up only where they are new: what stands
+// has been weighed when it was drawn.
+GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) const {
+  // What a pixel alone has to be worth, and what a line has to.
+  constexpr float kBitsOfPixel = 12;
+  constexpr float kBitsOfLine = 24;
+  std::vector<float> rows(static_cast<std::size_t>(height_));
+  std::vector<float> columns(static_cast<std::size_t>(width_));
+  const float bitPrice = std::max(bitPrice_, kLeastBitPrice);
+  for (std::size_t place = 0; place < pixels_.size(); ++place) {
+    const LossyPixel& pixel = pixels_[place];
+    const bool clear = IsOpaque(pixel.wanted) && !IsOpaque(next[place]);
+    clears |= clear;
+    const bool must = clear || pixel.staying == LossyPixel::kNever;
+    const float error =
+        must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
+    float need = pixel.isNew ? error / kBitsOfLine : 0;
+    need = must || error > kBitsOfPixel ? 1 : need;
+    rows[place / columns.size()] += need;
+    columns[place % columns.size()] += need;
+  }
+  const auto [top, bottom] = Needed(rows);
+  const auto [left, right] = Needed(columns);
+  if (picturesDrawn_ == 0) {
+    return {0, 0, width_, height_};
+  }
+  return bottom <= top || right <= left ? GifArea{}
+                                        : GifArea{left, top, right - left, bottom - top};
+}
+
+// The blocks of an image of the area, from its descriptor on, which the screen then shows.
+std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choice& choice) {
+  const std::vector<Colour>& table = choice.colours->Table();
+  std::vector<LossyPixel> pixels;
+  for (int row = area.top; row < area.top + area.height; ++row) {
+    const auto first = pixels_.begin() + static_cast<std::ptrdiff_t>(row) * width_ + area.left;
+    pixels.insert(pixels.end(), first, first + area.width);
+  }
+  LossyImage image;
+  image.pixels = pixels;
+  image.colours = choice.colours;
+  image.transparent = static_cast<int>(table.size());
+  image.codeSize = std::max(2, LossyTableBits(table));
+  image.bitPrice = bitPrice_;
+  const LossyData data = LossyLzwEncoder(image).Encode();
+  Show(area, data.entries, table);
+  const int packed = choice.isOwn ? kGifTableFlag | (LossyTableBits(table) - 1) : 0;
+  return static_cast<char>(kGifImage) + GifWord(area.left) + GifWord(area.top) +
+         GifWord(area.width) + GifWord(area.height) + static_cast<char>(packed) +
+         (choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
+}
+
+void LossyGifWriter::Show(const GifArea& area, const std::vector<std::uint8_t>& entries,
+                          const std::vector<Colour>& table) {
+  auto entry = entries.begin();
+  for (int row = area.top; row < area.top + area.height; ++row) {
+    Colour* shown = screen_.data() + static_cast<std::ptrdiff_t>(row) * width_ + area.left;
+    for (int column = 0; column < area.width; ++column, ++shown, ++entry) {
+      if (*entry < table.size()) {
+        *shown = table[*entry];
+      }
+    }
+  }
+}
+
+// A frame that stands longer than one can is drawn more than once.
+void LossyGifWriter::WriteFrame() {
+  constexpr std::int64_t kShortestDelay = 2;
+  constexpr std::int64_t kLongestDelay = 65535;
+  while (frame_.delay > kLongestDelay) {
+    GifControl part = frame_.control;
+    part.disposal = kLeave;
+    part.delay = static_cast<int>(std::min(kLongestDelay, frame_.delay - kShortestDelay));
+    sink_(GifControlBlock(part) + frame_.image);
+    frame_.delay -= part.delay;
+  }
+  frame_.control.delay = static_cast<int>(frame_.delay);
+  sink_(GifControlBlock(frame_.control) + frame_.image);
+}

@@ -1,0 +1,72 @@
+// The entry of a colour table that is nearest to a colour.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "gif/gif_colours.h"
+#include "gif/indexed_picture.h"
+
+// The sum of the squared differences of red, green and blue: 0 to 195,075. It is what the fidelity
+// of pictures is measured by.
+inline int ColourDistance(const Colour& a, const Colour& b) {
+  const int red = a.red - b.red;
+  const int green = a.green - b.green;
+  const int blue = a.blue - b.blue;
+  return red * red + green * green + blue * blue;
+}
+
+// Of a colour only those entries are looked at that can be nearest to a colour that begins with the
+// same bits. They are found when the first such colour is asked for. Pictures have few colours
+// beside their pixels, so what was found lately is kept.
+class NearestColour {
+ public:
+  struct Match {
+    std::uint8_t entry = 0;
+    int distance = 0;
+  };
+  struct Neighbour {
+    std::uint8_t entry = 0;
+    int distance = 0;
+  };
+
+  // `table` has 1 to 256 opaque colours.
+  explicit NearestColour(std::vector<Colour> table);
+
+  const std::vector<Colour>& Table() const { return table_; }
+
+  // The first of the entries that are nearest to `colour`.
+  Match Of(const Colour& colour) {
+    const GifColour key = ToGifColour(colour);
+    Found& found = found_[key * 0x9E3779B1U >> (32 - kFoundBits)];
+    if (found.colour != key) {
+      found = {key, Search(colour)};
+    }
+    return found.match;
+  }
+
+  // The entries nearest to `entry`, itself the first, in the order of their distance from it.
+  std::span<const Neighbour> NeighboursOf(std::size_t entry);
+
+ private:
+  // Leading bits of each of red, green and blue that lead to a list of entries.
+  static constexpr int kBits = 5;
+
+  static constexpr int kFoundBits = 14;
+
+  struct Found {
+    GifColour colour = kTransparent;
+    Match match;
+  };
+
+  Match Search(const Colour& colour);
+  std::vector<std::uint8_t> EntriesFor(const Colour& colour) const;
+
+  std::vector<Colour> table_;
+  std::vector<Found> found_;
+  std::vector<std::vector<std::uint8_t>> entries_;
+  std::vector<std::vector<Neighbour>> neighbours_;
+};

@@ -1,0 +1,159 @@
+#include "gif/lossy_gif_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "gif/nearest_colour.h"
+#include "tests/reference/literal_gif_player.h"
+#include "tests/support/animation_of_numbers.h"
+
+namespace {
+
+using Picture = std::vector<Colour>;
+using Film = std::vector<std::pair<Picture, int>>;
+
+Colour ToColour(GifColour colour) {
+  const auto part = [&](int shift) { return static_cast<std::uint8_t>(colour >> shift); };
+  return {part(0), part(8), part(16), part(24)};
+}
+
+// The bytes, and what is shown at each picture's end.
+struct Written {
+  std::size_t bytes = 0;
+  std::vector<Picture> shown;
+};
+
+Written Write(const Film& film, int width, float bitPrice) {
+  FilmColours colours;
+  for (const auto& [picture, delay] : film) {
+    colours.Add(picture);
+  }
+  std::string file;
+  LossyGifWriter writer(width, static_cast<int>(film[0].first.size()) / width, colours, bitPrice,
+                        [&](std::string_view bytes) { file += bytes; });
+  for (const auto& [picture, delay] : film) {
+    writer.Add(picture, delay);
+  }
+  writer.Finish();
+  Written written = {file.size(), {}};
+  const GifShown shown = LiteralGifPlayer::Play(file);
+  std::size_t at = 0;
+  long until = shown[0].second;
+  long time = 0;
+  for (const auto& [picture, delay] : film) {
+    for (time += delay; until < time && at + 1 < shown.size();) {
+      until += shown[++at].second;
+    }
+    Picture& pixels = written.shown.emplace_back();
+    for (const GifColour colour : shown[at].first) {
+      pixels.push_back(ToColour(colour));
+    }
+  }
+  EXPECT_TRUE(until == time && at + 1 == shown.size()) << "the time is another";
+  return written;
+}
+
+TEST(LossyGifWriter, LosesNothingOrNoMoreThanTheWorthOfACode) {
+  std::mt19937 random(7);
+  const auto below = [&](int limit) {
+    return static_cast<int>(random() % static_cast<unsigned>(limit));
+  };
+  for (int round = 0; round < 200; ++round) {
+    Film film;
+    FilmColours colours;
+    int width = 0;
+    for (const auto& [picture, delay] : AnimationOfNumbers(below, 40, 30)) {
+      width = picture.width;
+      Picture pixels;
+      for (const GifColour colour : GifPicture(picture).shown) {
+        pixels.push_back(ToColour(colour));
+      }
+      film.emplace_back(pixels, delay);
+      colours.Add(pixels);
+    }
+    const float bitPrice = colours.AreFew() ? static_cast<float>(below(3) * 50) : 7;
+    const Written written = Write(film, width, bitPrice);
+    for (std::size_t index = 0; index < film.size(); ++index) {
+      for (std::size_t place = 0; place < film[index].first.size(); ++place) {
+        const Colour& wanted = film[index].first[place];
+        const Colour& shown = written.shown[index][place];
+        ASSERT_EQ(shown.alpha, wanted.alpha) << round;
+        if (wanted.alpha != 0 && colours.AreFew()) {
+          ASSERT_LE(static_cast<float>(ColourDistance(shown, wanted)), 12 * bitPrice) << round;
+        }
+      }
+    }
+  }
+}
+
+// A slope under noise, which moves or stands.
+Film NoisySlope(int pictures, bool moves) {
+  std::mt19937 random(7);
+  Film film;
+  for (int number = 0; number < pictures; ++number) {
+    Picture picture;
+    for (int place = 0; place < 64 * 64; ++place) {
+      const int level = place % 64 * 2 + place / 64 + number * 5 + static_cast<int>(random() % 8);
+      const auto value = static_cast<std::uint8_t>(level);
+      picture.push_back(
+          {value, static_cast<std::uint8_t>(255 - level),
+           static_cast<std::uint8_t>(place / 64 * 3 + static_cast<int>(random() % 8))});
+    }
+    film.emplace_back(moves || film.empty() ? picture : film[0].first, 8);
+  }
+  return film;
+}
+
+double ErrorOf(const Picture& shown, const Picture& wanted) {
+  double error = 0;
+  for (std::size_t place = 0; place < shown.size(); ++place) {
+    error += ColourDistance(shown[place], wanted[place]);
+  }
+  return error;
+}
+
+TEST(LossyGifWriter, MakesSmallerFilmsOfLessQuality) {
+  const Film film = NoisySlope(6, true);
+  std::size_t bytesBefore = std::numeric_limits<std::size_t>::max();
+  double errorBefore = 0;
+  for (const int quality : {100, 90, 80, 60, 40, 20, 1}) {
+    const Written written = Write(film, 64, BitPriceOf(quality));
+    const double error = ErrorOf(written.shown.back(), film.back().first);
+    EXPECT_LT(written.bytes, bytesBefore) << quality;
+    EXPECT_GT(error, errorBefore) << quality;
+    bytesBefore = written.bytes;
+    errorBefore = error;
+  }
+}
+
+TEST(LossyGifWriter, ShowsMoreColoursOfAPictureThatStands) {
+  const Film film = NoisySlope(8, false);
+  const Written written = Write(film, 64, 0);
+  EXPECT_LT(ErrorOf(written.shown.back(), film[0].first),
+            ErrorOf(written.shown.front(), film[0].first) / 2);
+}
+
+TEST(NearestColour, IsTheFirstOfTheNearest) {
+  std::mt19937 random(7);
+  const auto colour = [&](unsigned limit) {
+    const auto part = [&] { return static_cast<std::uint8_t>(random() % limit); };
+    return Colour{part(), part(), part()};
+  };
+  for (const unsigned limit : {256U, 20U, 2U}) {
+    Picture table;
+    for (int entry = 0; entry < 256; ++entry) {
+      table.push_back(colour(limit));
+    }
+    NearestColour nearest(table);
+    for (int round = 0; round < 20000; ++round) {
+      const Colour wanted = colour(round % 2 == 0 ? limit : 256);
+      const auto expected = std::min_element(table.begin(), table.end(), [&](auto& a, auto& b) {
+        return ColourDistance(a, wanted) < ColourDistance(b, wanted);
+      });
+      ASSERT_EQ(nearest.Of(wanted).entry, expected - table.begin());
+    }
+  }
+}
+
+}  // namespace
