@@ -38,12 +38,13 @@ class AnimateLinuxTest : public testing::Test {
                         const std::string& encoders = "") {
     const std::string list = encoders.empty() ? kGood : "echo '" + encoders + "'; exit";
     converter_.Write("ffmpeg", "#!/bin/bash\ncase \"$*\" in\n  *-encoders*) " + list +
-                                   " ;;\n  *framecrc*) " + kGood + " ;;\nesac\n" + script + "\n");
+                                   " ;;\n  *framecrc*) " + readBack_ + " ;;\nesac\n" + script +
+                                   "\n");
     const fs::path converter = fs::path(converter_.Path()) / "ffmpeg";
     fs::permissions(converter, fs::perms::owner_all);
     Variables here;
     here.SetTemporaryFolder(temp_.Path());
-    prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), "out.avi", "--overwrite",
+    prefix.insert(prefix.end(), {TESSARA_ANIMATE, frames_.Path(), result_, "--overwrite",
                                  "--converter", converter.string()});
     prefix.insert(prefix.end(), options.begin(), options.end());
     return RunProgram(prefix[0], {prefix.begin() + 1, prefix.end()}, output_.Path());
@@ -66,6 +67,9 @@ class AnimateLinuxTest : public testing::Test {
     EXPECT_FALSE(fs::exists(program));
   }
 
+  // How files are read back, and what is made.
+  std::string readBack_ = kGood;
+  std::string result_ = "out.avi";
   TempFolder frames_;
   TempFolder output_;
   TempFolder converter_;
@@ -153,6 +157,20 @@ TEST_F(AnimateLinuxTest, TakesAnotherConverterOrEncoderForH264) {
   EXPECT_THAT(second.errors, HasSubstr("is used, with libopenh264"));
   EXPECT_THAT(second.output, HasSubstr("12 frames"));
   EXPECT_THAT(run("mpeg4", converter_.Path()).errors, HasSubstr("which a .mp4 file needs"));
+}
+
+TEST_F(AnimateLinuxTest, HasEveryPixelOfFewColours) {
+  result_ = "out.gif";
+  RunProgram("/usr/bin/ffmpeg",
+             {"-v", "error", "-y", "-f", "lavfi", "-i", "smptebars=s=128x96:r=2", "-frames:v", "12",
+              "%d.png"},
+             frames_.Path());
+  EXPECT_THAT(RunWith(kGood).output, HasSubstr("every pixel exact"));
+  // One of them comes out brighter by one.
+  readBack_ = R"(for word; do [ "$word" != pipe:1 ] ||
+  words+=(-vf 'format=rgba,geq=r=r(X\,Y)+eq(X\,9)*eq(Y\,9):g=g(X\,Y):b=b(X\,Y):a=255')
+words+=("$word"); done; exec /usr/bin/ffmpeg "${words[@]}")";
+  EXPECT_THAT(RunWith(kGood).errors, HasSubstr("has not every pixel of \"1.png\""));
 }
 
 TEST_F(AnimateLinuxTest, ShowsItsProgressOnATerminal) {

@@ -72,6 +72,9 @@ std::string JsonOf(const Account& account, const Failure* failure) {
     json["bytes"] = account.bytes;
     if (const std::optional<Likeness>& likeness = account.measured->likeness) {
       json["difference"] = likeness->difference;
+      if (likeness->isExact) {
+        json["exact"] = true;
+      }
       json["difference_at"] =
           platform::TextOfPath(account.plan->film.frames[likeness->frame].path.filename());
     }

@@ -177,8 +177,11 @@ std::string ResultText(const Account& account, const Options& options) {
          " frames, " + &length[0] + " at " + plan.film.rate.text + " frames a second, " +
          ShownSize(measured.size) + chosen + ", " + ShownBytes(account.bytes) +
          (measured.likeness
-              ? ", all " + std::to_string(measured.frames) + " compared, colours within " +
-                    std::to_string(measured.likeness->difference) + " of 255"
+              ? ", all " + std::to_string(measured.frames) + " compared, " +
+                    (measured.likeness->isExact
+                         ? "every pixel exact"
+                         : "colours within " + std::to_string(measured.likeness->difference) +
+                               " of 255")
               : "") +
          bad + "\n";
 }

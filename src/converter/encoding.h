@@ -15,6 +15,10 @@ namespace animate {
 // The file in the staging folder that the small pictures of the planned film are put in.
 inline constexpr char kPlannedPictures[] = "planned.rgb";
 
+// That for what tells the whole pictures from others, where every pixel has to be in the finished
+// file; missing or empty where something may be lost.
+inline constexpr char kWholePictures[] = "planned.whole";
+
 // Makes the animation as the file `target`, which is there and empty, and its planned pictures in
 // small. `progress` gets the number of frames done, once for each pass. Throws a Failure when the
 // converter reports any error.

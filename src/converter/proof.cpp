@@ -4,16 +4,29 @@
 #include <cmath>
 #include <cstdio>
 #include <string>
+#include <string_view>
 
 #include "converter/encoding.h"
+#include "converter/raw_pictures.h"
 #include "converter/recipe.h"
 #include "converter/small_pictures.h"
 #include "film/failure.h"
 #include "film/gif_clock.h"
+#include "film/quoted.h"
+#include "platform/input_file.h"
+#include "platform/line_splitter.h"
 #include "platform/paths.h"
 
 namespace animate {
 namespace {
+
+namespace fs = std::filesystem;
+
+// Of a file that the converter or this program has left in the folder; empty without one.
+std::string ContentOf(const fs::path& path) {
+  const auto file = platform::InputFile::Open(path);
+  return file ? file->Read(0, static_cast<std::size_t>(file->Size())) : "";
+}
 
 std::string Shown(double seconds) {
   char text[32];
@@ -21,21 +34,48 @@ std::string Shown(double seconds) {
   return &text[0];
 }
 
-// Reads the file once: its packets as they are, and its pictures into the file `seen` in `folder`.
-Packets ReadBack(const Converter& converter, const Film& film, const std::filesystem::path& target,
-                 const std::filesystem::path& folder, const std::string& seen) {
+// What comes of reading a file once.
+struct Found {
   Packets packets;
-  const Words input = Joined(converter.Threads(), DecoderWords(film),
-                             Words{"-i", platform::ArgumentOfPath(target)});
-  const Words list = {"-map", "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", "pipe:1"};
-  const Words pictures = {"-map", "0:v:0",    "-vsync", "0",        "-vf", SeenInSmall(film),
-                          "-c:v", "rawvideo", "-f",     "rawvideo", seen};
-  const auto read = converter.ReadLines(Joined(input, list, pictures), folder,
-                                        [&](const std::string& line) { packets.Take(line); });
+  // The fingerprints of its pictures; empty where they were not asked for.
+  std::string whole;
+};
+
+// Its pictures, in small, come into the file `seen` in `folder`.
+Found ReadBack(const Converter& converter, const Film& film, const fs::path& target,
+               const fs::path& folder, const std::string& seen, bool wantsWhole) {
+  const std::string packets = "packets.txt";
+  const Words picture = {"-map", "0:v:0", "-vsync", "0"};
+  Found found;
+  RawPictures pictures(film, [&](const RawPicture& one) { found.whole += FingerprintOf(one); });
+  const auto read = converter.ReadBytes(
+      Joined(converter.Threads(), DecoderWords(film), Words{"-i", platform::ArgumentOfPath(target)},
+             Words{"-map", "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", packets}, picture,
+             Words{"-vf", SeenInSmall(film), "-c:v", "rawvideo", "-f", "rawvideo", seen},
+             wantsWhole ? Joined(picture, RawOutput()) : Words()),
+      folder, [&](std::string_view piece) { pictures.Take(piece); });
   if (!read) {
     throw Failure("the finished file cannot be read back: " + read.Reason());
   }
-  return packets;
+  platform::LineSplitter lines([&](const std::string& line) { found.packets.Take(line); });
+  lines.Take(ContentOf(folder / packets));
+  lines.Finish();
+  return found;
+}
+
+// Throws a Failure unless each pair of pictures has the same fingerprint.
+void CompareWhole(const Film& film, const std::string& planned, const std::string& seen,
+                  const std::vector<Pair>& pairs) {
+  const auto at = [](const std::string& all, std::size_t number) {
+    return std::string_view(all).substr(std::min(number * kFingerprintSize, all.size()),
+                                        kFingerprintSize);
+  };
+  for (const Pair& pair : pairs) {
+    if (at(planned, pair.planned) != at(seen, pair.seen)) {
+      throw Failure("the finished file has not every pixel of " +
+                    Quoted(film.frames[film.shown[pair.planned]].path.filename()));
+    }
+  }
 }
 
 // Whether equal pictures, one after the other, may be one in the file.
@@ -61,14 +101,19 @@ void CheckGifTimes(const Film& film, const Packets& packets) {
 
 }  // namespace
 
-Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
-                  const std::filesystem::path& folder) {
+Measurement Prove(const Converter& converter, const Film& film, const fs::path& target,
+                  const fs::path& folder) {
   const std::string seen = "seen.rgb";
-  const Packets packets = ReadBack(converter, film, target, folder, seen);
-  Measurement measured = Measured(film, packets);
-  measured.likeness = ComparePictures(
-      film, folder / kPlannedPictures, folder / seen,
-      JoinsEqualPictures(film) ? PairsByTime(film, packets.times) : InOrder(packets.count));
+  const std::string planned = ContentOf(folder / kWholePictures);
+  const Found found = ReadBack(converter, film, target, folder, seen, !planned.empty());
+  Measurement measured = Measured(film, found.packets);
+  const std::vector<Pair> pairs = JoinsEqualPictures(film) ? PairsByTime(film, found.packets.times)
+                                                           : InOrder(found.packets.count);
+  measured.likeness = ComparePictures(film, folder / kPlannedPictures, folder / seen, pairs);
+  if (!planned.empty()) {
+    CompareWhole(film, planned, found.whole, pairs);
+    measured.likeness->isExact = true;
+  }
   return measured;
 }
 

@@ -45,17 +45,24 @@ constexpr Allowance kExact = {1, 1, 4, 4, 0.5};
 // Of a few pixels, whose colours are stored in halves, little is left.
 constexpr Allowance kOfFewPixels = {1, 1, 64, 64, 2};
 
-const Allowance& AllowanceOf(const Film& film) {
+Allowance AllowanceOf(const Film& film) {
   const int side = std::min(film.size.width, film.size.height);
   if (!film.format->hasQuality) {
-    return film.format->extension == "gif" ? kWithPalette : kExact;
+    return kExact;
   }
-  if (side < kSmallestCell) {
+  const bool hasPalette = film.format->extension == "gif";
+  if (side < kSmallestCell && !hasPalette) {
     return kOfFewPixels;
   }
-  return *std::find_if(std::begin(kAllowances), std::end(kAllowances), [&](const Allowance& one) {
-    return film.quality >= one.quality && side >= one.side;
-  });
+  Allowance found =
+      *std::find_if(std::begin(kAllowances), std::end(kAllowances), [&](const Allowance& one) {
+        return film.quality >= one.quality && side >= one.side;
+      });
+  if (hasPalette) {
+    found.cell = std::max(found.cell, kWithPalette.cell);
+    found.mean = std::max(found.mean, kWithPalette.mean);
+  }
+  return found;
 }
 
 // From which difference on two planned pictures have to be told apart.
@@ -187,7 +194,7 @@ Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
   const Pair last = pairs.empty() ? Pair() : pairs.back();
   const SmallPictures plannedOnes(film, planned, last.planned + 1);
   const SmallPictures seenOnes(film, seen, last.seen + 1);
-  const Allowance& allowance = AllowanceOf(film);
+  const Allowance allowance = AllowanceOf(film);
   const auto plannedAt = [&](std::size_t number) {
     return number < film.shown.size() ? plannedOnes.At(number) : std::string();
   };

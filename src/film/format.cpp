@@ -16,7 +16,6 @@ const Format kFormats[] = {
     {.extension = "webm", .transparency = Transparency::kGradual},
     {.extension = "gif",
      .transparency = Transparency::kWhole,
-     .hasQuality = false,
      .lowestRate = 0.002,
      .highestRate = 50},
     {.extension = "apng",

@@ -17,6 +17,8 @@ struct Likeness {
   // The lowest and the highest of such means in the planned pictures.
   int darkest = 255;
   int brightest = 0;
+  // Whether every pixel was found to be the planned one.
+  bool isExact = false;
 };
 
 struct Measurement {

@@ -1,0 +1,43 @@
+// Whole pictures, as the converter gives them through a pipe.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "converter/words.h"
+#include "film/film.h"
+#include "gif/indexed_picture.h"
+
+namespace animate {
+
+// Row by row; a pixel is wholly there or wholly not, and then all its values are 0.
+using RawPicture = std::vector<::Colour>;
+
+// The words for an output of such pictures to the pipe.
+Words RawOutput();
+
+// Cuts what arrives in pieces into the pictures of a film.
+class RawPictures {
+ public:
+  RawPictures(const Film& film, std::function<void(const RawPicture&)> picture);
+
+  void Take(std::string_view piece);
+
+  // How many have come whole.
+  std::size_t Count() const { return count_; }
+
+ private:
+  std::function<void(const RawPicture&)> picture_;
+  std::size_t size_;
+  std::string bytes_;
+  std::size_t count_ = 0;
+};
+
+// What tells a picture from every other one.
+std::string FingerprintOf(const RawPicture& picture);
+inline constexpr std::size_t kFingerprintSize = 8;
+
+}  // namespace animate
