@@ -14,8 +14,8 @@ constexpr int kLeastForThread = 2048;
 constexpr std::int64_t kShortestDelay = 2;
 constexpr std::int64_t kLongestDelay = 65535;
 
-// All styles are compared for the first frames, which differ, and now and then later: frames are much
-// like those before them, and comparing takes as long as writing one in each style.
+// All styles are compared for the first frames, which differ, and now and then later: frames are
+// much like those before them, and comparing takes as long as writing one in each style.
 bool ComparesStyles(std::size_t frame) {
   constexpr std::size_t kFirst = 2;
   constexpr std::size_t kEvery = 16;

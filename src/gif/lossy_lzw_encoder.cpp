@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "gif/lzw_clearing.h"
 
 namespace {
 
-// What is compared with the prices of bits.
+// About the width of a code.
 constexpr float kCodeBits = 12;
 // Ways that are behind the best by so many bits are given up.
 constexpr float kBehindBits = 9;
@@ -157,14 +158,11 @@ float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
 }
 
 void LossyLzwEncoder::TakePixels(const Way& way) {
-  entries_.resize(entries_.size() + way.length);
+  const std::size_t known = entries_.size();
+  entries_.resize(known + way.length);
   int code = way.code;
-  for (auto entry = entries_.rbegin(); code != LzwStrings::kNone && way.length > 0; ++entry) {
-    *entry = static_cast<std::uint8_t>(strings_.LastOf(code));
-    if (strings_.LengthOf(code) == 1) {
-      break;
-    }
-    code = strings_.ShorterOf(code);
+  for (std::size_t place = entries_.size(); place > known; code = strings_.ShorterOf(code)) {
+    entries_[--place] = static_cast<std::uint8_t>(strings_.LastOf(code));
   }
 }
 
