@@ -5,6 +5,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "converter/behind.h"
 #include "converter/encoding.h"
 #include "converter/encoding_words.h"
 #include "converter/planned_picture.h"
@@ -27,7 +28,11 @@ using TakePicture = std::function<void(const RawPicture&)>;
 // Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.
 void ReadPlanned(const Converter& converter, const Film& film, const Staging& staging,
                  const std::string& graph, const Words& more, const TakePicture& take) {
-  RawPictures pictures(film, take);
+  // The next picture comes while one is being worked on.
+  Behind behind;
+  RawPictures pictures(film, [&](RawPicture picture) {
+    behind.Do([&take, picture = std::move(picture)] { take(picture); });
+  });
   const auto read = converter.ReadBytes(
       Joined(InputOf(converter, film, staging), Words{"-filter_complex", graph, "-map", "[film]"},
              RateOf(film), RawOutput(), more),
@@ -35,6 +40,7 @@ void ReadPlanned(const Converter& converter, const Film& film, const Staging& st
   if (!read) {
     throw Failure(read.Reason());
   }
+  behind.Finish();
   if (pictures.Count() != film.shown.size()) {
     throw Failure("the converter gave " + std::to_string(pictures.Count()) +
                   " pictures instead of " + std::to_string(film.shown.size()));

@@ -1,25 +1,26 @@
 #include "converter/raw_pictures.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace animate {
 namespace {
 
-constexpr std::size_t kBytesAPixel = 4;
+constexpr std::size_t kBytesAPixel = sizeof(::Colour);
+static_assert(kBytesAPixel == 4);
 
-RawPicture PictureOf(const std::string& bytes) {
+// Makes each pixel wholly there or wholly not.
+void Settle(RawPicture& picture) {
+  constexpr std::uint8_t kWhole = 255;
   constexpr std::uint8_t kHalf = 128;
-  const auto value = [&](std::size_t place) { return static_cast<std::uint8_t>(bytes[place]); };
-  RawPicture picture(bytes.size() / kBytesAPixel);
-  std::size_t place = 0;
   for (::Colour& pixel : picture) {
-    pixel = value(place + 3) < kHalf
-                ? ::Colour{0, 0, 0, 0}
-                : ::Colour{value(place), value(place + 1), value(place + 2), 255};
-    place += kBytesAPixel;
+    if (pixel.alpha != kWhole) {
+      pixel = pixel.alpha < kHalf ? ::Colour{0, 0, 0, 0}
+                                  : ::Colour{pixel.red, pixel.green, pixel.blue, kWhole};
+    }
   }
-  return picture;
 }
 
 }  // namespace
@@ -28,19 +29,22 @@ Words RawOutput() {
   return {"-pix_fmt", "rgba", "-c:v", "rawvideo", "-f", "rawvideo", "pipe:1"};
 }
 
-RawPictures::RawPictures(const Film& film, std::function<void(const RawPicture&)> picture)
+RawPictures::RawPictures(const Film& film, std::function<void(RawPicture)> picture)
     : picture_(std::move(picture)),
-      size_(kBytesAPixel * static_cast<std::size_t>(film.size.width) *
-            static_cast<std::size_t>(film.size.height)) {}
+      pixels_(static_cast<std::size_t>(film.size.width) *
+              static_cast<std::size_t>(film.size.height)) {}
 
 void RawPictures::Take(std::string_view piece) {
   while (!piece.empty()) {
-    const std::string_view part = piece.substr(0, size_ - bytes_.size());
-    bytes_ += part;
-    piece.remove_prefix(part.size());
-    if (bytes_.size() == size_) {
-      picture_(PictureOf(bytes_));
-      bytes_.clear();
+    current_.resize(pixels_);
+    const std::size_t count = std::min(piece.size(), pixels_ * kBytesAPixel - filled_);
+    std::memcpy(reinterpret_cast<char*>(current_.data()) + filled_, piece.data(), count);
+    piece.remove_prefix(count);
+    filled_ += count;
+    if (filled_ == pixels_ * kBytesAPixel) {
+      Settle(current_);
+      picture_(std::exchange(current_, {}));
+      filled_ = 0;
       ++count_;
     }
   }

@@ -22,7 +22,7 @@ Words RawOutput();
 // Cuts what arrives in pieces into the pictures of a film.
 class RawPictures {
  public:
-  RawPictures(const Film& film, std::function<void(const RawPicture&)> picture);
+  RawPictures(const Film& film, std::function<void(RawPicture)> picture);
 
   void Take(std::string_view piece);
 
@@ -30,9 +30,11 @@ class RawPictures {
   std::size_t Count() const { return count_; }
 
  private:
-  std::function<void(const RawPicture&)> picture_;
-  std::size_t size_;
-  std::string bytes_;
+  std::function<void(RawPicture)> picture_;
+  std::size_t pixels_;
+  RawPicture current_;
+  // The bytes of it that are there.
+  std::size_t filled_ = 0;
   std::size_t count_ = 0;
 };
 

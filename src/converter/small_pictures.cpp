@@ -54,10 +54,9 @@ Allowance AllowanceOf(const Film& film) {
   if (side < kSmallestCell && !hasPalette) {
     return kOfFewPixels;
   }
-  Allowance found =
-      *std::find_if(std::begin(kAllowances), std::end(kAllowances), [&](const Allowance& one) {
-        return film.quality >= one.quality && side >= one.side;
-      });
+  Allowance found = *std::find_if(
+      std::begin(kAllowances), std::end(kAllowances),
+      [&](const Allowance& one) { return film.quality >= one.quality && side >= one.side; });
   if (hasPalette) {
     found.cell = std::max(found.cell, kWithPalette.cell);
     found.mean = std::max(found.mean, kWithPalette.mean);

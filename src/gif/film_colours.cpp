@@ -9,20 +9,30 @@ void FilmColours::Add(std::span<const Colour> picture) {
     changes_.assign(picture.size(), 0);
   }
   GifColour last = kTransparent;
+  // How many pixels of the last colour follow each other.
+  int run = 0;
+  const auto count = [&](std::size_t end) {
+    if (last != kTransparent) {
+      counts_.Add(picture[end - 1], run);
+    }
+  };
   for (std::size_t place = 0; place < picture.size(); ++place) {
     const GifColour colour = ToGifColour(picture[place]);
     if (pictures_ > 0 && colour != ToGifColour(before_[place])) {
       ++changes_[place];
     }
-    if (colour == kTransparent) {
+    if (colour == last) {
+      ++run;
       continue;
     }
-    counts_.Add(picture[place], 1);
-    if (colour != last && AreFew()) {
+    count(place);
+    if (colour != kTransparent && AreFew()) {
       exact_.insert(colour);
     }
     last = colour;
+    run = 1;
   }
+  count(picture.size());
   before_.assign(picture.begin(), picture.end());
   ++pictures_;
 }

@@ -27,8 +27,8 @@ class FilmColours {
   std::vector<Colour> Table() const;
 
   // For how many pictures a pixel stands on an average, 1 or more.
-  double LifeOf(std::size_t pixel) const {
-    return static_cast<double>(pictures_) / (1.0 + changes_[pixel]);
+  float LifeOf(std::size_t pixel) const {
+    return static_cast<float>(pictures_) / (1 + static_cast<float>(changes_[pixel]));
   }
 
   std::size_t Pictures() const { return pictures_; }

@@ -68,6 +68,10 @@ void LossyGifWriter::Start() {
   screen_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_),
                  Colour{0, 0, 0, 0});
   pixels_.resize(screen_.size());
+  lives_.reserve(screen_.size());
+  for (std::size_t place = 0; place < screen_.size(); ++place) {
+    lives_.push_back(film_.LifeOf(place));
+  }
   sink_(kGifSignature);
   sink_(GifWord(width_) + GifWord(height_) + std::string{static_cast<char>(packed), 0, 0});
   sink_(LossyTableBytes(tables_.Global()));
@@ -102,7 +106,7 @@ void LossyGifWriter::Draw(std::span<const Colour> next) {
 
 // Says of each pixel of the pending picture what it should be, and what errors count.
 void LossyGifWriter::Weigh(std::span<const Colour> next) {
-  const auto left = static_cast<double>(film_.Pictures() - picturesDrawn_);
+  const auto left = static_cast<float>(film_.Pictures() - picturesDrawn_);
   for (std::size_t place = 0; place < pixels_.size(); ++place) {
     const Colour& wanted = pending_[place];
     const Colour& shown = screen_[place];
@@ -113,9 +117,7 @@ void LossyGifWriter::Weigh(std::span<const Colour> next) {
                     : IsOpaque(wanted)                  ? ColourDistance(wanted, shown)
                                                         : 0;
     pixel.isNew = picturesDrawn_ == 0 || !IsSame(wanted, before_[place]);
-    pixel.weight = IsSame(wanted, next[place])
-                       ? static_cast<float>(std::max(1.0, std::min(film_.LifeOf(place), left)))
-                       : 1;
+    pixel.weight = IsSame(wanted, next[place]) ? std::max(1.0F, std::min(lives_[place], left)) : 1;
   }
 }
 
@@ -129,17 +131,24 @@ GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) c
   std::vector<float> rows(static_cast<std::size_t>(height_));
   std::vector<float> columns(static_cast<std::size_t>(width_));
   const float bitPrice = std::max(bitPrice_, kLeastBitPrice);
-  for (std::size_t place = 0; place < pixels_.size(); ++place) {
-    const LossyPixel& pixel = pixels_[place];
-    const bool clear = IsOpaque(pixel.wanted) && !IsOpaque(next[place]);
-    clears |= clear;
-    const bool must = clear || pixel.staying == LossyPixel::kNever;
-    const float error =
-        must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
-    float need = pixel.isNew ? error / kBitsOfLine : 0;
-    need = must || error > kBitsOfPixel ? 1 : need;
-    rows[place / columns.size()] += need;
-    columns[place % columns.size()] += need;
+  std::size_t place = 0;
+  for (float& row : rows) {
+    for (float& column : columns) {
+      const LossyPixel& pixel = pixels_[place];
+      const bool clear = IsOpaque(pixel.wanted) && !IsOpaque(next[place]);
+      ++place;
+      if (pixel.staying == 0 && !clear) {
+        continue;
+      }
+      clears |= clear;
+      const bool must = clear || pixel.staying == LossyPixel::kNever;
+      const float error =
+          must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
+      float need = pixel.isNew ? error / kBitsOfLine : 0;
+      need = must || error > kBitsOfPixel ? 1 : need;
+      row += need;
+      column += need;
+    }
   }
   const auto [top, bottom] = Needed(rows);
   const auto [left, right] = Needed(columns);

@@ -68,6 +68,8 @@ class LossyGifWriter {
   std::vector<Colour> before_;
   int delay_ = 0;
   std::vector<LossyPixel> pixels_;
+  // What FilmColours says of each.
+  std::vector<float> lives_;
   std::size_t picturesDrawn_ = 0;
   Frame frame_;
 };
