@@ -1,6 +1,8 @@
 #include "converter/gif_encoding.h"
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,12 +18,15 @@
 #include "gif/film_colours.h"
 #include "gif/gif_writer.h"
 #include "gif/lossy_gif_writer.h"
+#include "platform/input_file.h"
 
 namespace animate {
 namespace {
 
 // From which quality on pictures of few colours lose nothing.
 constexpr int kExactFrom = 80;
+
+namespace fs = std::filesystem;
 
 using TakePicture = std::function<void(const RawPicture&)>;
 
@@ -50,6 +55,10 @@ void ReadPlanned(const Converter& converter, const Film& film, const Staging& st
 std::uint32_t NumberOf(const ::Colour& colour) {
   return std::uint32_t{colour.red} | std::uint32_t{colour.green} << 8U |
          std::uint32_t{colour.blue} << 16U | std::uint32_t{colour.alpha} << 24U;
+}
+
+GifSink SinkOf(NewContent& file) {
+  return [&file](std::string_view bytes) { file.Add(bytes); };
 }
 
 // Pictures as entries of a table that has all their colours.
@@ -85,11 +94,66 @@ class Indexing {
   std::unordered_map<std::uint32_t, std::uint8_t> entries_;
 };
 
+// A file that loses nothing.
+class ExactGif {
+ public:
+  ExactGif(const Film& film, const FilmColours& colours, const fs::path& path)
+      : file_(path),
+        indexing_(film, colours),
+        writer_(film.size.width, film.size.height, SinkOf(file_)) {}
+
+  void Add(const RawPicture& picture, int delay) { writer_.Add(indexing_.Of(picture), delay); }
+
+  // Returns how many bytes it has.
+  std::uint64_t Finish() {
+    writer_.Finish();
+    file_.Finish();
+    return file_.Size();
+  }
+
+ private:
+  NewContent file_;
+  Indexing indexing_;
+  GifWriter writer_;
+};
+
+// One that loses what the film's quality allows.
+class LossyGif {
+ public:
+  LossyGif(const Film& film, const FilmColours& colours, const fs::path& path)
+      : file_(path),
+        writer_(film.size.width, film.size.height, colours, BitPriceOf(film.quality),
+                SinkOf(file_)) {}
+
+  void Add(const RawPicture& picture, int delay) { writer_.Add(picture, delay); }
+
+  // Returns how many bytes it has.
+  std::uint64_t Finish() {
+    writer_.Finish();
+    file_.Finish();
+    return file_.Size();
+  }
+
+ private:
+  NewContent file_;
+  LossyGifWriter writer_;
+};
+
+void Copy(const fs::path& from, const fs::path& to) {
+  constexpr std::size_t kPiece = 1U << 20U;
+  const platform::InputFile file =
+      OrFail(platform::InputFile::Open(from), "the animation cannot be copied");
+  NewContent copy(to);
+  for (std::string piece; !(piece = file.Read(copy.Size(), kPiece)).empty();) {
+    copy.Add(piece);
+  }
+  copy.Finish();
+}
+
 }  // namespace
 
 void EncodeGif(const Converter& converter, const Film& film, const Staging& staging,
-               const std::filesystem::path& target,
-               const std::function<void(std::size_t)>& progress) {
+               const fs::path& target, const std::function<void(std::size_t)>& progress) {
   const std::string way = "format=rgba";
   std::size_t done = 0;
   FilmColours colours;
@@ -99,32 +163,38 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
                 progress(++done);
               });
   done = 0;
-  NewContent output(target);
-  const GifSink sink = [&](std::string_view bytes) { output.Add(bytes); };
-  const auto write = [&](const TakePicture& take) {
-    ReadPlanned(converter, film, staging, FilmAndSmall(film, way),
-                SmallOutput(film, kPlannedPictures), [&](const RawPicture& picture) {
-                  take(picture);
-                  progress(++done);
-                });
-  };
+  const bool mayLose = !colours.AreFew() || film.quality < kExactFrom;
+  const fs::path besides = staging.Folder() / "exact.gif";
   NewContent whole(staging.Folder() / kWholePictures);
-  if (colours.AreFew() && film.quality >= kExactFrom) {
-    GifWriter writer(film.size.width, film.size.height, sink);
-    Indexing indexing(film, colours);
-    write([&](const RawPicture& picture) {
-      whole.Add(FingerprintOf(picture));
-      writer.Add(indexing.Of(picture), GifDelay(done, film.rate));
-    });
-    writer.Finish();
-  } else {
-    LossyGifWriter writer(film.size.width, film.size.height, colours, BitPriceOf(film.quality),
-                          sink);
-    write([&](const RawPicture& picture) { writer.Add(picture, GifDelay(done, film.rate)); });
-    writer.Finish();
+  std::optional<ExactGif> exact;
+  std::optional<LossyGif> lossy;
+  if (colours.AreFew()) {
+    exact.emplace(film, colours, mayLose ? besides : target);
   }
+  if (mayLose) {
+    lossy.emplace(film, colours, target);
+  }
+  ReadPlanned(converter, film, staging, FilmAndSmall(film, way),
+              SmallOutput(film, kPlannedPictures), [&](const RawPicture& picture) {
+                const int delay = GifDelay(done, film.rate);
+                if (exact) {
+                  exact->Add(picture, delay);
+                  whole.Add(FingerprintOf(picture));
+                }
+                if (lossy) {
+                  lossy->Add(picture, delay);
+                }
+                progress(++done);
+              });
+  const std::uint64_t exactSize = exact ? exact->Finish() : 0;
+  const std::uint64_t lossySize = lossy ? lossy->Finish() : 0;
   whole.Finish();
-  output.Finish();
+  if (exact && lossy && exactSize <= lossySize) {
+    Copy(besides, target);
+  } else if (lossy) {
+    // Emptied: some pixels may be lost.
+    NewContent{staging.Folder() / kWholePictures};
+  }
 }
 
 }  // namespace animate

@@ -1,6 +1,7 @@
 // Writing the content of a file that is there.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string_view>
@@ -16,7 +17,13 @@ class NewContent {
   explicit NewContent(const std::filesystem::path& path)
       : file_(OrFail(platform::OpenForNewContent(path), "the animation cannot be written")) {}
 
-  void Add(std::string_view bytes) { std::fwrite(bytes.data(), 1, bytes.size(), file_.get()); }
+  void Add(std::string_view bytes) {
+    std::fwrite(bytes.data(), 1, bytes.size(), file_.get());
+    size_ += bytes.size();
+  }
+
+  // How many bytes were added.
+  std::uint64_t Size() const { return size_; }
 
   // Throws a Failure unless all that was added is written.
   void Finish() {
@@ -27,6 +34,7 @@ class NewContent {
 
  private:
   platform::OwnedFile file_;
+  std::uint64_t size_ = 0;
 };
 
 }  // namespace animate
