@@ -48,6 +48,9 @@ class LiteralGifPlayer {
     return shown;
   }
 
+  // The pixels of image data, from the byte of the code size on.
+  static std::string Pixels(std::string_view data);
+
   static void Show(GifShown& shown, const std::vector<GifColour>& screen, long delay) {
     if (shown.empty() || shown.back().first != screen) {
       shown.emplace_back(screen, 0);
@@ -71,48 +74,48 @@ class LiteralGifPlayer {
     return Product(image.top, blocks.width) + static_cast<std::size_t>(image.left) +
            pixel / width * static_cast<std::size_t>(blocks.width) + pixel % width;
   }
-
-  static std::string Pixels(std::string_view data) {
-    const int size = static_cast<unsigned char>(data[0]);
-    std::string bytes;
-    for (data.remove_prefix(1); data[0] != 0;) {
-      const std::size_t length = static_cast<unsigned char>(data[0]);
-      bytes += data.substr(1, length);
-      data.remove_prefix(1 + length);
-    }
-    const std::size_t clear = std::size_t{1} << size;
-    std::vector<std::string> strings;
-    std::string previous;
-    std::string pixels;
-    int width = size + 1;
-    for (std::size_t bit = 0;;) {
-      std::size_t code = 0;
-      for (int digit = 0; digit < width; ++digit, ++bit) {
-        Require(bit / 8 < bytes.size(), "cut off");
-        code |= (static_cast<unsigned char>(bytes[bit / 8]) >> bit % 8 & std::size_t{1}) << digit;
-      }
-      Require(!strings.empty() || code == clear, "no clear code first");
-      if (code == clear) {
-        strings.resize(clear + 2);
-        for (std::size_t pixel = 0; pixel < clear; ++pixel) {
-          strings[pixel] = static_cast<char>(pixel);
-        }
-        width = size + 1;
-        previous.clear();
-        continue;
-      }
-      if (code == clear + 1) {
-        Require((bit + 7) / 8 == bytes.size(), "bytes after the end code");
-        return pixels;
-      }
-      Require(code <= strings.size() && (code < strings.size() || !previous.empty()), "no string");
-      const std::string string = code < strings.size() ? strings[code] : previous + previous[0];
-      pixels += string;
-      if (!previous.empty() && strings.size() < 4096) {
-        strings.push_back(previous + string[0]);
-        width += strings.size() == std::size_t{1} << width && width < 12 ? 1 : 0;
-      }
-      previous = string;
-    }
-  }
 };
+
+inline std::string LiteralGifPlayer::Pixels(std::string_view data) {
+  const int size = static_cast<unsigned char>(data[0]);
+  std::string bytes;
+  for (data.remove_prefix(1); data[0] != 0;) {
+    const std::size_t length = static_cast<unsigned char>(data[0]);
+    bytes += data.substr(1, length);
+    data.remove_prefix(1 + length);
+  }
+  const std::size_t clear = std::size_t{1} << size;
+  std::vector<std::string> strings;
+  std::string previous;
+  std::string pixels;
+  int width = size + 1;
+  for (std::size_t bit = 0;;) {
+    std::size_t code = 0;
+    for (int digit = 0; digit < width; ++digit, ++bit) {
+      Require(bit / 8 < bytes.size(), "cut off");
+      code |= (static_cast<unsigned char>(bytes[bit / 8]) >> bit % 8 & std::size_t{1}) << digit;
+    }
+    Require(!strings.empty() || code == clear, "no clear code first");
+    if (code == clear) {
+      strings.resize(clear + 2);
+      for (std::size_t pixel = 0; pixel < clear; ++pixel) {
+        strings[pixel] = static_cast<char>(pixel);
+      }
+      width = size + 1;
+      previous.clear();
+      continue;
+    }
+    if (code == clear + 1) {
+      Require((bit + 7) / 8 == bytes.size(), "bytes after the end code");
+      return pixels;
+    }
+    Require(code <= strings.size() && (code < strings.size() || !previous.empty()), "no string");
+    const std::string string = code < strings.size() ? strings[code] : previous + previous[0];
+    pixels += string;
+    if (!previous.empty() && strings.size() < 4096) {
+      strings.push_back(previous + string[0]);
+      width += strings.size() == std::size_t{1} << width && width < 12 ? 1 : 0;
+    }
+    previous = string;
+  }
+}

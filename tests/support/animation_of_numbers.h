@@ -21,7 +21,7 @@ inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const Numb
   picture.indices.resize(static_cast<std::size_t>(picture.width) *
                          static_cast<std::size_t>(picture.height));
   const auto byte = [&below](int limit) { return static_cast<std::uint8_t>(below(limit)); };
-  const int colours = 1 + below(below(2) == 0 ? 256 : 5);
+  const int colours = 1 + (below(3) == 0 ? 252 + below(4) : below(below(2) == 0 ? 256 : 5));
   const int transparent = below(2) == 0 ? below(256) : colours;
   const auto setPalette = [&] {
     const std::uint8_t shift = byte(256);
