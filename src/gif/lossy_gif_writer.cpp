@@ -83,12 +83,14 @@ void LossyGifWriter::Draw(std::span<const Colour> next) {
   Weigh(next);
   const FrameTables::Choice choice = tables_.Choose(pixels_);
   bool clears = false;
-  const GifArea area = AreaToDraw(next, clears);
+  GifArea area = AreaToDraw(next, clears);
   ++picturesDrawn_;
-  if (area.width == 0) {
+  if (area.width == 0 && frame_.control.disposal != kClear) {
     frame_.delay += delay_;
     return;
   }
+  // What the frame before clears stands as long as that does.
+  area = area.width == 0 ? GifArea{0, 0, 1, 1} : area;
   if (!frame_.image.empty()) {
     WriteFrame();
   }
