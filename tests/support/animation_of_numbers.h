@@ -11,6 +11,35 @@
 // Gives a number from 0 to one below its argument.
 using NumberBelow = std::function<int(int)>;
 
+inline void FillPalette(const NumberBelow& below, int colours, int transparent,
+                        IndexedPicture& picture) {
+  const auto shift = static_cast<std::uint8_t>(below(256));
+  picture.palette.clear();
+  for (int index = 0; index < colours; ++index) {
+    const auto value = static_cast<std::uint8_t>(index * 7 + shift);
+    const std::uint8_t alpha = index == transparent ? 0 : 255;
+    picture.palette.push_back({value, static_cast<std::uint8_t>(value / 2), shift, alpha});
+  }
+}
+
+// Of one colour, or of any where noisy.
+inline void FillRectangle(const NumberBelow& below, bool noisy, IndexedPicture& picture) {
+  const auto index = [&] {
+    return static_cast<std::uint8_t>(below(static_cast<int>(picture.palette.size())));
+  };
+  const int top = below(picture.height);
+  const int bottom = top + 1 + below(picture.height - top);
+  const int start = below(picture.width);
+  const int end = start + 1 + below(picture.width - start);
+  const std::uint8_t colour = index();
+  for (int y = top; y < bottom; ++y) {
+    for (int x = start; x < end; ++x) {
+      const int place = y * picture.width + x;
+      picture.indices[static_cast<std::size_t>(place)] = noisy ? index() : colour;
+    }
+  }
+}
+
 // Pictures of one size, at most so large, with their delays: rectangles of one colour and of noise
 // drawn over what was there, earlier pictures, other palettes, colours that are transparent.
 inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const NumberBelow& below,
@@ -20,37 +49,18 @@ inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const Numb
   picture.height = 1 + below(mostHigh);
   picture.indices.resize(static_cast<std::size_t>(picture.width) *
                          static_cast<std::size_t>(picture.height));
-  const auto byte = [&below](int limit) { return static_cast<std::uint8_t>(below(limit)); };
   const int colours = 1 + (below(3) == 0 ? 252 + below(4) : below(below(2) == 0 ? 256 : 5));
   const int transparent = below(2) == 0 ? below(256) : colours;
-  const auto setPalette = [&] {
-    const std::uint8_t shift = byte(256);
-    picture.palette.clear();
-    for (int index = 0; index < colours; ++index) {
-      const auto value = static_cast<std::uint8_t>(index * 7 + shift);
-      const std::uint8_t alpha = index == transparent ? 0 : 255;
-      picture.palette.push_back({value, static_cast<std::uint8_t>(value / 2), shift, alpha});
-    }
-  };
-  setPalette();
+  FillPalette(below, colours, transparent, picture);
   std::vector<std::pair<IndexedPicture, int>> pictures;
   for (int left = below(8); left >= 0; --left) {
     const int kind = below(8);
     if (kind == 0) {
-      setPalette();
+      FillPalette(below, colours, transparent, picture);
     } else if (kind < 3 && !pictures.empty()) {
       picture = pictures[static_cast<std::size_t>(below(static_cast<int>(pictures.size())))].first;
     } else {
-      const int top = below(picture.height);
-      const int bottom = top + 1 + below(picture.height - top);
-      const int start = below(picture.width);
-      const int end = start + 1 + below(picture.width - start);
-      const std::uint8_t colour = byte(colours);
-      for (int place = top * picture.width; place < bottom * picture.width; ++place) {
-        if (place % picture.width >= start && place % picture.width < end) {
-          picture.indices[static_cast<std::size_t>(place)] = kind < 5 ? byte(colours) : colour;
-        }
-      }
+      FillRectangle(below, kind < 5, picture);
     }
     pictures.emplace_back(picture, below(16) == 0 ? 65530 + below(256) * 300 : 2 + below(99));
   }
