@@ -134,6 +134,29 @@ TEST(LossyGifWriter, ShowsMoreColoursOfAPictureThatStands) {
             ErrorOf(written.shown.front(), film[0].first) / 2);
 }
 
+TEST(LossyGifWriter, EncodesHalvesAsOneImage) {
+  std::mt19937 random(7);
+  for (const int bits : {2, 5, 8}) {
+    const int count = (1 << bits) - 1;
+    std::vector<Colour> table;
+    for (int entry = 0; entry < count; ++entry) {
+      const auto value = static_cast<std::uint8_t>(entry);
+      table.push_back({value, value, value});
+    }
+    const ColourNeighbours colours(table);
+    std::string wanted;
+    std::vector<LossyPixel> pixels;
+    for (int left = 1 << (bits + 8); left > 0; --left) {
+      const auto entry = static_cast<std::uint8_t>(random() % static_cast<unsigned>(count));
+      wanted += static_cast<char>(entry);
+      pixels.push_back({table[entry], 0, LossyPixel::kNever, 1, entry, true});
+    }
+    const LossyData data = EncodeLossily({pixels, &colours, count, bits, 0}, true);
+    EXPECT_EQ(LiteralGifPlayer::Pixels(data.bytes), wanted) << bits;
+    EXPECT_EQ(std::string(data.entries.begin(), data.entries.end()), wanted) << bits;
+  }
+}
+
 TEST(NearestColour, IsTheFirstOfTheNearest) {
   std::mt19937 random(7);
   const auto colour = [&](unsigned limit) {

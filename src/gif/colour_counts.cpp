@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr int kPlaceBits = 16;
+constexpr int kPlaceBits = 13;
 constexpr std::size_t kPlaces = std::size_t{1} << kPlaceBits;
 constexpr std::size_t kMostUsed = kPlaces / 2;
 // Each pass moves the colours less far than the one before.
-constexpr int kPasses = 4;
+constexpr int kPasses = 2;
 
 using Channels = std::array<double, 3>;
 

@@ -7,7 +7,7 @@
 
 #include "gif/indexed_picture.h"
 
-// Counts so finely that some 32,000 are kept: with more, colours that differ in their lowest bits
+// Counts so finely that some 4,000 are kept: with more, colours that differ in their lowest bits
 // alone are counted as one, of their mean. The colours of a map are finer than any fixed cells.
 class ColourCounts {
  public:

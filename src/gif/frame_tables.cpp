@@ -51,12 +51,13 @@ std::string LossyTableBytes(const std::vector<Colour>& colours) {
 }
 
 FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPrice)
-    : global_(std::move(global)),
+    : nearGlobal_(global),
+      global_(std::move(global)),
       isExact_(isExact),
       tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)) {}
 
 FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
-  Measure(pixels, global_);
+  Measure(pixels, nearGlobal_);
   const Choice global = {&global_, false};
   if (isExact_ || rest_ > 0) {
     rest_ -= rest_ > 0 ? 1 : 0;
@@ -64,13 +65,14 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
   }
   const double error = ErrorOf(pixels);
   if (error > tablePrice_) {
-    own_ = OwnOf(pixels);
-    Measure(pixels, *own_);
+    NearestColour own(OwnOf(pixels));
+    Measure(pixels, own);
     if (error - ErrorOf(pixels) > tablePrice_) {
       nextRest_ = 1;
+      own_.emplace(own.Table());
       return {&*own_, true};
     }
-    Measure(pixels, global_);
+    Measure(pixels, nearGlobal_);
   }
   rest_ = nextRest_;
   nextRest_ = std::min(nextRest_ * 2, kLongestRest);
@@ -79,7 +81,7 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
 
 // Those colours count that the screen does not show, and the others a little: they may be drawn
 // where that is shorter.
-NearestColour FrameTables::OwnOf(std::span<const LossyPixel> pixels) {
+std::vector<Colour> FrameTables::OwnOf(std::span<const LossyPixel> pixels) {
   constexpr double kFullError = 20;
   constexpr double kLeastCount = 0.02;
   counts_.Clear();
@@ -89,5 +91,5 @@ NearestColour FrameTables::OwnOf(std::span<const LossyPixel> pixels) {
       counts_.Add(pixel.wanted, need + kLeastCount);
     }
   }
-  return NearestColour(counts_.Choose(FilmColours::kMost));
+  return counts_.Choose(FilmColours::kMost);
 }

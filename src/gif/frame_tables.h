@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "gif/colour_counts.h"
+#include "gif/colour_neighbours.h"
 #include "gif/indexed_picture.h"
 #include "gif/lossy_lzw_encoder.h"
 #include "gif/nearest_colour.h"
@@ -23,7 +24,7 @@ int LossyTableBits(const std::vector<Colour>& colours);
 class FrameTables {
  public:
   struct Choice {
-    NearestColour* colours = nullptr;
+    const ColourNeighbours* colours = nullptr;
     bool isOwn = false;
   };
 
@@ -31,20 +32,21 @@ class FrameTables {
   // has it.
   FrameTables(std::vector<Colour> global, bool isExact, float bitPrice);
 
-  const std::vector<Colour>& Global() const { return global_.Table(); }
+  const std::vector<Colour>& Global() const { return nearGlobal_.Table(); }
 
   // Chooses the table of a frame and says in `pixels` what its entries are for them. The choice
   // holds until the next one.
   Choice Choose(std::span<LossyPixel> pixels);
 
  private:
-  NearestColour OwnOf(std::span<const LossyPixel> pixels);
+  std::vector<Colour> OwnOf(std::span<const LossyPixel> pixels);
 
-  NearestColour global_;
+  NearestColour nearGlobal_;
+  ColourNeighbours global_;
   bool isExact_;
   double tablePrice_;
   ColourCounts counts_;
-  std::optional<NearestColour> own_;
+  std::optional<ColourNeighbours> own_;
   // For how many frames none of their own is tried, since it was tried in vain, and for how many it
   // will be if that happens again.
   std::size_t rest_ = 0;

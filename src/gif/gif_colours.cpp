@@ -9,13 +9,6 @@ constexpr std::size_t kMostColours = 256;
 
 }  // namespace
 
-GifColour ToGifColour(const Colour& colour) {
-  if (colour.alpha == 0) {
-    return kTransparent;
-  }
-  return colour.red | GifColour{colour.green} << 8 | GifColour{colour.blue} << 16 | 0xFF000000U;
-}
-
 GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
   std::sort(colours.begin(), colours.end(),
             [](const auto& a, const auto& b) { return a.colour < b.colour; });

@@ -14,7 +14,12 @@
 using GifColour = std::uint32_t;
 inline constexpr GifColour kTransparent = 0;
 
-GifColour ToGifColour(const Colour& colour);
+inline GifColour ToGifColour(const Colour& colour) {
+  if (colour.alpha == 0) {
+    return kTransparent;
+  }
+  return colour.red | GifColour{colour.green} << 8 | GifColour{colour.blue} << 16 | 0xFF000000U;
+}
 
 struct GifColourUse {
   GifColour colour = kTransparent;

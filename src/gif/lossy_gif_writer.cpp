@@ -16,7 +16,7 @@ bool IsOpaque(const Colour& colour) {
 }
 
 bool IsSame(const Colour& a, const Colour& b) {
-  return IsOpaque(a) == IsOpaque(b) && (!IsOpaque(a) || ColourDistance(a, b) == 0);
+  return ToGifColour(a) == ToGifColour(b);
 }
 
 // The first line that has enough need to be drawn, and the one after the last.
@@ -163,24 +163,40 @@ GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) c
 
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.
 std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choice& choice) {
+  // Whose strings are cleared some times anyway.
+  constexpr std::size_t kLongBytes = 12000;
+  constexpr std::size_t kLongPixels = 10000;
   const std::vector<Colour>& table = choice.colours->Table();
-  std::vector<LossyPixel> pixels;
-  for (int row = area.top; row < area.top + area.height; ++row) {
-    const auto first = pixels_.begin() + static_cast<std::ptrdiff_t>(row) * width_ + area.left;
-    pixels.insert(pixels.end(), first, first + area.width);
-  }
   LossyImage image;
-  image.pixels = pixels;
+  image.pixels = PixelsOf(area);
   image.colours = choice.colours;
   image.transparent = static_cast<int>(table.size());
   image.codeSize = std::max(2, LossyTableBits(table));
   image.bitPrice = bitPrice_;
-  const LossyData data = LossyLzwEncoder(image).Encode();
+  // The next image is mostly as long as the last.
+  const bool isLong = image.pixels.size() >= kLongPixels && frame_.image.size() >= kLongBytes;
+  const LossyData data = EncodeLossily(image, isLong);
   Show(area, data.entries, table);
   const int packed = choice.isOwn ? kGifTableFlag | (LossyTableBits(table) - 1) : 0;
   return static_cast<char>(kGifImage) + GifWord(area.left) + GifWord(area.top) +
          GifWord(area.width) + GifWord(area.height) + static_cast<char>(packed) +
          (choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
+}
+
+// The pixels of an area, which hold until the next call.
+std::span<const LossyPixel> LossyGifWriter::PixelsOf(const GifArea& area) {
+  const auto rowAt = [&](int row) {
+    return pixels_.begin() + static_cast<std::ptrdiff_t>(row) * width_;
+  };
+  if (area.width == width_) {
+    return {rowAt(area.top), rowAt(area.top + area.height)};
+  }
+  part_.clear();
+  for (int row = area.top; row < area.top + area.height; ++row) {
+    const auto first = rowAt(row) + area.left;
+    part_.insert(part_.end(), first, first + area.width);
+  }
+  return part_;
 }
 
 void LossyGifWriter::Show(const GifArea& area, const std::vector<std::uint8_t>& entries,

@@ -50,6 +50,7 @@ class LossyGifWriter {
   void Weigh(std::span<const Colour> next);
   GifArea AreaToDraw(std::span<const Colour> next, bool& clears) const;
   std::string ImageOf(const GifArea& area, const FrameTables::Choice& choice);
+  std::span<const LossyPixel> PixelsOf(const GifArea& area);
   void Show(const GifArea& area, const std::vector<std::uint8_t>& entries,
             const std::vector<Colour>& table);
   void WriteFrame();
@@ -68,6 +69,7 @@ class LossyGifWriter {
   std::vector<Colour> before_;
   int delay_ = 0;
   std::vector<LossyPixel> pixels_;
+  std::vector<LossyPixel> part_;
   // What FilmColours says of each.
   std::vector<float> lives_;
   std::size_t picturesDrawn_ = 0;

@@ -1,10 +1,15 @@
 #include "gif/lossy_lzw_encoder.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <future>
 #include <utility>
 
 #include "gif/lzw_clearing.h"
+#include "gif/lzw_codes.h"
+#include "gif/lzw_strings.h"
+#include "gif/nearest_colour.h"
 
 namespace {
 
@@ -14,28 +19,73 @@ constexpr float kCodeBits = 12;
 constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
 constexpr int kMostWays = 400;
-constexpr std::size_t kMostFirst = 16;
 constexpr float kForbidden = 1e30F;
 // Without a price the longest string is sought, and no error is small beside it.
 constexpr float kNoPrice = 1e-3F;
 
-}  // namespace
+class LossyLzwEncoder {
+ public:
+  explicit LossyLzwEncoder(const LossyImage& image);
 
-LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image) : image_(image), codes_(image.codeSize) {
+  void Encode();
+
+  LzwCodes codes;
+  // What each pixel became.
+  std::vector<std::uint8_t> entries;
+
+ private:
+  // A known string for the next pixels, and by how much it is better than none.
+  struct Way {
+    float gain = 0;
+    int code = 0;
+    std::uint32_t length = 0;
+  };
+
+  Way BestWay(std::size_t start);
+  void Begin(const LossyPixel& pixel);
+  void GoOn(const Way& way, const LossyPixel& pixel, float least);
+  void AddWay(const Way& way, std::size_t known);
+  float Worth(const LossyPixel& pixel) const;
+  float Cost(const LossyPixel& pixel, int entry) const;
+  void Learn(const Way& way, std::size_t start);
+  void TakePixels(const Way& way);
+
+  LossyImage image_;
+  float bitPrice_;
+  // Ways that are behind the best by so much are given up.
+  float behind_;
+  std::array<Colour, 256> table_ = {};
+  LzwStrings strings_;
+  // The string before, and the code of the one that is made of it; kNone for none.
+  int before_ = LzwStrings::kNone;
+  int made_ = LzwStrings::kNone;
+  // Ways yet to be gone on, the best last.
+  std::vector<Way> ways_;
+  // What a pixel costs lately where it is drawn, and where it stays.
+  float priceDrawn_ = 0;
+  float priceStaying_ = 0;
+};
+
+LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
+    : codes(image.codeSize),
+      image_(image),
+      bitPrice_(std::max(image.bitPrice, kNoPrice)),
+      behind_(kBehindBits * bitPrice_) {
   constexpr float kFirstDrawnBits = 2;
   constexpr float kFirstStayingBits = 0.2F;
-  image_.bitPrice = std::max(image.bitPrice, kNoPrice);
-  priceDrawn_ = image_.bitPrice * kFirstDrawnBits;
-  priceStaying_ = image_.bitPrice * kFirstStayingBits;
-  entries_.reserve(image.pixels.size());
+  priceDrawn_ = bitPrice_ * kFirstDrawnBits;
+  priceStaying_ = bitPrice_ * kFirstStayingBits;
+  const std::vector<Colour>& table = image.colours->Table();
+  std::copy(table.begin(), table.end(), table_.begin());
+  entries.reserve(image.pixels.size());
   strings_.Clear(1 << image.codeSize);
 }
 
-LossyData LossyLzwEncoder::Encode() {
+void LossyLzwEncoder::Encode() {
   LzwClearing clearing;
-  clearing.Restart(0, codes_.BitCount());
+  clearing.Restart(0, codes.BitCount());
   for (std::size_t place = 0; place < image_.pixels.size();) {
-    const int next = codes_.NextCode();
+    const int next = codes.NextCode();
     made_ = before_ != LzwStrings::kNone && next < LzwStrings::kLimit ? next : LzwStrings::kNone;
     const Way way = BestWay(place);
     if (made_ != LzwStrings::kNone) {
@@ -44,22 +94,21 @@ LossyData LossyLzwEncoder::Encode() {
     }
     TakePixels(way);
     Learn(way, place);
-    codes_.Write(way.code);
+    codes.Write(way.code);
     before_ = way.code;
     place += way.length;
-    if (codes_.NextCode() == LzwStrings::kLimit && clearing.Pays(place, codes_.BitCount())) {
-      codes_.Clear();
+    if (codes.NextCode() == LzwStrings::kLimit && clearing.Pays(place, codes.BitCount())) {
+      codes.Clear();
       strings_.Clear(1 << image_.codeSize);
-      clearing.Restart(place, codes_.BitCount());
+      clearing.Restart(place, codes.BitCount());
       before_ = LzwStrings::kNone;
     }
   }
-  return {codes_.Finish(), std::move(entries_)};
 }
 
 LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
-  const float behind = kBehindBits * image_.bitPrice;
-  Begin(start);
+  const std::span<const LossyPixel> rest = image_.pixels.subspan(start);
+  Begin(rest[0]);
   Way best = ways_.back();
   for (int count = 0; count < kMostWays && !ways_.empty(); ++count) {
     const Way way = ways_.back();
@@ -67,30 +116,27 @@ LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
     if (way.gain > best.gain) {
       best = way;
     }
-    if (way.gain >= best.gain - behind && start + way.length < image_.pixels.size()) {
-      GoOn(way, start, best.gain - behind);
+    if (way.gain >= best.gain - behind_ && way.length < rest.size()) {
+      GoOn(way, rest[way.length], best.gain - behind_);
     }
   }
   return best;
 }
 
 // Fills the ways with the strings of one pixel.
-void LossyLzwEncoder::Begin(std::size_t start) {
-  const LossyPixel& pixel = image_.pixels[start];
-  const float behind = kBehindBits * image_.bitPrice;
+void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   const float worth = Worth(pixel);
   ways_.clear();
   const auto add = [&](int entry) {
-    if (const float cost = Cost(pixel, entry); cost <= behind || cost == 0) {
-      ways_.push_back({entry, 1, worth - cost});
+    if (const float cost = Cost(pixel, entry); cost <= behind_ || cost == 0) {
+      AddWay({worth - cost, entry, 1}, 0);
     }
   };
   if (pixel.drawn != LossyPixel::kNever) {
     const float reach = std::sqrt(static_cast<float>(pixel.drawn)) +
-                        std::sqrt(static_cast<float>(pixel.Least()) + behind / pixel.weight);
-    std::size_t count = 0;
-    for (const auto& [entry, distance] : image_.colours->NeighboursOf(pixel.nearest)) {
-      if (++count > kMostFirst || static_cast<float>(distance) > reach * reach) {
+                        std::sqrt(static_cast<float>(pixel.Least()) + behind_ / pixel.weight);
+    for (const auto& [entry, distance] : image_.colours->Of(pixel.nearest)) {
+      if (static_cast<float>(distance) > reach * reach) {
         break;
       }
       add(entry);
@@ -98,40 +144,44 @@ void LossyLzwEncoder::Begin(std::size_t start) {
   }
   // Of equal ways the last is followed first: pixels that may stay should all do so.
   add(image_.transparent);
-  std::stable_sort(ways_.begin(), ways_.end(),
-                   [](const Way& a, const Way& b) { return a.gain < b.gain; });
 }
 
 // Adds the ways that go on from one by a pixel, those behind `least` left out.
-void LossyLzwEncoder::GoOn(const Way& way, std::size_t start, float least) {
-  const LossyPixel& pixel = image_.pixels[start + way.length];
-  const std::size_t known = ways_.size();
-  bool isKnown = false;
-  const int first = way.code == before_ ? strings_.FirstOf(before_) : 0;
-  if (way.code == made_) {
+void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least) {
+  int code = strings_.LastLonger(way.code);
+  if (way.code == made_ || (code == LzwStrings::kNone && way.code != before_)) {
     return;
   }
-  for (int code = strings_.LastLonger(way.code); code != LzwStrings::kNone;
-       code = strings_.LongerBefore(code)) {
+  const float gain = way.gain + Worth(pixel);
+  const float most = gain - std::max(least, way.gain - behind_);
+  if (most < 0) {
+    return;
+  }
+  const std::size_t known = ways_.size();
+  const auto add = [&](int longer, int entry) {
+    if (const float cost = Cost(pixel, entry); cost <= most) {
+      AddWay({gain - cost, longer, way.length + 1}, known);
+    }
+  };
+  const int first = way.code == before_ ? strings_.FirstOf(before_) : 0;
+  bool isKnown = false;
+  for (; code != LzwStrings::kNone; code = strings_.LongerBefore(code)) {
     const int entry = strings_.LastOf(code);
     isKnown |= entry == first;
-    GoOnWith(way, code, entry, pixel, least);
+    add(code, entry);
   }
   // The string that is being made may be taken at once, where this one begins as the one before.
   if (way.code == before_ && made_ != LzwStrings::kNone && !isKnown) {
-    GoOnWith(way, made_, first, pixel, least);
-  }
-  if (ways_.size() > known + 1) {
-    std::sort(ways_.begin() + static_cast<std::ptrdiff_t>(known), ways_.end(),
-              [](const Way& a, const Way& b) { return a.gain < b.gain; });
+    add(made_, first);
   }
 }
 
-void LossyLzwEncoder::GoOnWith(const Way& way, int code, int entry, const LossyPixel& pixel,
-                               float least) {
-  const float gain = way.gain + Worth(pixel) - Cost(pixel, entry);
-  if (gain >= std::max(least, way.gain - kBehindBits * image_.bitPrice)) {
-    ways_.push_back({code, way.length + 1, gain});
+// Puts a way among those from `known` on, after the worse and the equal ones.
+void LossyLzwEncoder::AddWay(const Way& way, std::size_t known) {
+  ways_.push_back(way);
+  for (std::size_t place = ways_.size() - 1;
+       place > known && ways_[place - 1].gain > ways_[place].gain; --place) {
+    std::swap(ways_[place - 1], ways_[place]);
   }
 }
 
@@ -150,19 +200,18 @@ float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
   if (entry != image_.transparent) {
     error = pixel.drawn == LossyPixel::kNever
                 ? LossyPixel::kNever
-                : ColourDistance(pixel.wanted,
-                                 image_.colours->Table()[static_cast<std::size_t>(entry)]);
+                : ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
   }
   const auto more = static_cast<float>(error - pixel.Least());
-  return more > kCodeBits * image_.bitPrice ? kForbidden : more * pixel.weight;
+  return more > kCodeBits * bitPrice_ ? kForbidden : more * pixel.weight;
 }
 
 void LossyLzwEncoder::TakePixels(const Way& way) {
-  const std::size_t known = entries_.size();
-  entries_.resize(known + way.length);
+  const std::size_t known = entries.size();
+  entries.resize(known + way.length);
   int code = way.code;
-  for (std::size_t place = entries_.size(); place > known; code = strings_.ShorterOf(code)) {
-    entries_[--place] = static_cast<std::uint8_t>(strings_.LastOf(code));
+  for (std::size_t place = entries.size(); place > known; code = strings_.ShorterOf(code)) {
+    entries[--place] = static_cast<std::uint8_t>(strings_.LastOf(code));
   }
 }
 
@@ -174,16 +223,16 @@ void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
   float drawn = 0;
   float errors = 0;
   for (std::size_t place = start; place < start + way.length; ++place) {
-    if (entries_[place] != image_.transparent) {
+    if (entries[place] != image_.transparent) {
       drawn += 1;
-      errors += Cost(image_.pixels[place], entries_[place]);
+      errors += Cost(image_.pixels[place], entries[place]);
     }
   }
   const auto length = static_cast<float>(way.length);
-  const float bits = image_.bitPrice * kCodeBits / length;
+  const float bits = bitPrice_ * kCodeBits / length;
   const auto learn = [&](float& price, float pixels, float each) {
     const float share = kNew * std::min(pixels, kMostAtOnce);
-    price += (std::min(each, kMostBits * image_.bitPrice) - price) * share / (1 + share);
+    price += (std::min(each, kMostBits * bitPrice_) - price) * share / (1 + share);
   };
   if (drawn > 0) {
     learn(priceDrawn_, drawn, bits + errors / drawn);
@@ -191,4 +240,31 @@ void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
   if (drawn < length) {
     learn(priceStaying_, length - drawn, bits);
   }
+}
+
+LossyLzwEncoder Encoded(const LossyImage& image) {
+  LossyLzwEncoder encoder(image);
+  encoder.Encode();
+  return encoder;
+}
+
+}  // namespace
+
+LossyData EncodeLossily(const LossyImage& image, bool inHalves) {
+  const std::size_t half = inHalves ? image.pixels.size() / 2 : image.pixels.size();
+  LossyImage first = image;
+  first.pixels = image.pixels.first(half);
+  LossyImage second = image;
+  second.pixels = image.pixels.subspan(half);
+  std::future<LossyLzwEncoder> later;
+  if (!second.pixels.empty()) {
+    later = std::async(std::launch::async, [&] { return Encoded(second); });
+  }
+  LossyLzwEncoder whole = Encoded(first);
+  if (later.valid()) {
+    const LossyLzwEncoder rest = later.get();
+    whole.codes.Append(rest.codes);
+    whole.entries.insert(whole.entries.end(), rest.entries.begin(), rest.entries.end());
+  }
+  return {whole.codes.Finish(), std::move(whole.entries)};
 }

@@ -1,5 +1,6 @@
 #include "gif/lzw_codes.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "gif/gif_format.h"
@@ -34,6 +35,21 @@ void LzwCodes::Clear() {
   first_ = true;
 }
 
+void LzwCodes::Append(const LzwCodes& rest) {
+  Clear();
+  // That one has begun with a clearing of its own.
+  int left = codeSize_ + 1;
+  for (const char byte : rest.bytes_) {
+    const int skipped = std::min(left, 8);
+    PutBits(static_cast<unsigned char>(byte) >> skipped, 8 - skipped);
+    left -= skipped;
+  }
+  PutBits(rest.bits_ >> left, rest.bitsHeld_ - left);
+  next_ = rest.next_;
+  width_ = rest.width_;
+  first_ = rest.first_;
+}
+
 std::string LzwCodes::Finish() {
   Put((1 << codeSize_) + 1);
   if (bitsHeld_ > 0) {
@@ -52,9 +68,13 @@ std::string LzwCodes::Finish() {
 }
 
 void LzwCodes::Put(int code) {
-  bits_ |= static_cast<std::uint64_t>(code) << bitsHeld_;
-  bitCount_ += static_cast<std::uint64_t>(width_);
-  for (bitsHeld_ += width_; bitsHeld_ >= 8; bitsHeld_ -= 8) {
+  PutBits(static_cast<std::uint64_t>(code), width_);
+}
+
+void LzwCodes::PutBits(std::uint64_t bits, int count) {
+  bits_ |= bits << bitsHeld_;
+  bitCount_ += static_cast<std::uint64_t>(count);
+  for (bitsHeld_ += count; bitsHeld_ >= 8; bitsHeld_ -= 8) {
     bytes_ += static_cast<char>(bits_);
     bits_ >>= 8;
   }

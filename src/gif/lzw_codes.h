@@ -17,6 +17,9 @@ class LzwCodes {
   // Writes the code that has the decoder forget its strings.
   void Clear();
 
+  // Clears, and goes on with what another one has written.
+  void Append(const LzwCodes& rest);
+
   // The code of the string that the decoder makes when it reads the next code: the string written
   // last with the first pixel of the next one. LzwStrings::kLimit when it has no place for one.
   int NextCode() const { return next_; }
@@ -29,6 +32,7 @@ class LzwCodes {
 
  private:
   void Put(int code);
+  void PutBits(std::uint64_t bits, int count);
 
   int codeSize_;
   std::string bytes_;

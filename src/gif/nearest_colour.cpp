@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <span>
 #include <utility>
 
 namespace {
@@ -26,20 +27,21 @@ Reach ReachOf(int value, int low, int high) {
 NearestColour::NearestColour(std::vector<Colour> table)
     : table_(std::move(table)),
       found_(std::size_t{1} << kFoundBits),
-      entries_(std::size_t{1} << 3 * kBits),
-      neighbours_(table_.size()) {}
+      starts_(std::size_t{1} << 3 * kBits),
+      lists_(1) {}
 
 NearestColour::Match NearestColour::Search(const Colour& colour) {
   constexpr int kDropped = 8 - kBits;
   const auto leading = [](int value) { return static_cast<std::size_t>(value >> kDropped); };
-  auto& entries = entries_[(leading(colour.red) << kBits | leading(colour.green)) << kBits |
-                           leading(colour.blue)];
-  if (entries.empty()) {
-    entries = EntriesFor(colour);
+  std::uint32_t& start = starts_[(leading(colour.red) << kBits | leading(colour.green)) << kBits |
+                                 leading(colour.blue)];
+  if (start == 0) {
+    start = AddList(colour);
   }
   Match best = {0, kFarthest};
-  for (const std::uint8_t entry : entries) {
-    const int distance = ColourDistance(table_[entry], colour);
+  const std::size_t count = lists_[start].entry + std::size_t{1};
+  for (const auto& [listed, entry] : std::span(lists_).subspan(start + 1, count)) {
+    const int distance = ColourDistance(listed, colour);
     if (distance < best.distance) {
       best = {entry, distance};
     }
@@ -48,7 +50,7 @@ NearestColour::Match NearestColour::Search(const Colour& colour) {
 }
 
 // No entry can be nearest whose distance to each of the colours is more than another's largest.
-std::vector<std::uint8_t> NearestColour::EntriesFor(const Colour& colour) const {
+std::uint32_t NearestColour::AddList(const Colour& colour) {
   constexpr int kSpan = (1 << (8 - kBits)) - 1;
   const auto reach = [](int value, int one) {
     const int low = one & ~kSpan;
@@ -63,29 +65,13 @@ std::vector<std::uint8_t> NearestColour::EntriesFor(const Colour& colour) const 
     least[entry] = red.least + green.least + blue.least;
     leastOfMost = std::min(leastOfMost, red.most + green.most + blue.most);
   }
-  std::vector<std::uint8_t> entries;
+  const std::size_t start = lists_.size();
+  lists_.emplace_back();
   for (std::size_t entry = 0; entry < table_.size(); ++entry) {
     if (least[entry] <= leastOfMost) {
-      entries.push_back(static_cast<std::uint8_t>(entry));
+      lists_.push_back({table_[entry], static_cast<std::uint8_t>(entry)});
     }
   }
-  return entries;
-}
-
-std::span<const NearestColour::Neighbour> NearestColour::NeighboursOf(std::size_t entry) {
-  constexpr std::size_t kMost = 32;
-  auto& neighbours = neighbours_[entry];
-  if (neighbours.empty()) {
-    for (std::size_t other = 0; other < table_.size(); ++other) {
-      neighbours.push_back(
-          {static_cast<std::uint8_t>(other), ColourDistance(table_[entry], table_[other])});
-    }
-    std::swap(neighbours[0], neighbours[entry]);
-    const auto kept = static_cast<std::ptrdiff_t>(std::min(kMost, neighbours.size()));
-    std::partial_sort(
-        neighbours.begin() + 1, neighbours.begin() + kept, neighbours.end(),
-        [](const Neighbour& a, const Neighbour& b) { return a.distance < b.distance; });
-    neighbours.resize(static_cast<std::size_t>(kept));
-  }
-  return neighbours;
+  lists_[start].entry = static_cast<std::uint8_t>(lists_.size() - start - 2);
+  return static_cast<std::uint32_t>(start);
 }

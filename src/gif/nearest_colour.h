@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 #include "gif/gif_colours.h"
@@ -28,10 +27,6 @@ class NearestColour {
     std::uint8_t entry = 0;
     int distance = 0;
   };
-  struct Neighbour {
-    std::uint8_t entry = 0;
-    int distance = 0;
-  };
 
   // `table` has 1 to 256 opaque colours.
   explicit NearestColour(std::vector<Colour> table);
@@ -48,9 +43,6 @@ class NearestColour {
     return found.match;
   }
 
-  // The entries nearest to `entry`, itself the first, in the order of their distance from it.
-  std::span<const Neighbour> NeighboursOf(std::size_t entry);
-
  private:
   // Leading bits of each of red, green and blue that lead to a list of entries.
   static constexpr int kBits = 5;
@@ -62,11 +54,18 @@ class NearestColour {
     Match match;
   };
 
+  struct Listed {
+    Colour colour;
+    std::uint8_t entry = 0;
+  };
+
   Match Search(const Colour& colour);
-  std::vector<std::uint8_t> EntriesFor(const Colour& colour) const;
+  std::uint32_t AddList(const Colour& colour);
 
   std::vector<Colour> table_;
   std::vector<Found> found_;
-  std::vector<std::vector<std::uint8_t>> entries_;
-  std::vector<std::vector<Neighbour>> neighbours_;
+  // Where each list begins in `lists_`; 0 for one that nobody has asked for.
+  std::vector<std::uint32_t> starts_;
+  // Of each list one whose entry is how many follow, less one, and these.
+  std::vector<Listed> lists_;
 };
