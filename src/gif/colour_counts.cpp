@@ -10,12 +10,6 @@
 
 namespace {
 
-constexpr int kPlaceBits = 13;
-constexpr std::size_t kPlaces = std::size_t{1} << kPlaceBits;
-constexpr std::size_t kMostUsed = kPlaces / 2;
-// Each pass moves the colours less far than the one before.
-constexpr int kPasses = 2;
-
 using Channels = std::array<double, 3>;
 
 // A mean colour and how much there is of it.
@@ -117,12 +111,15 @@ std::vector<Colour> Moved(const std::vector<Spot>& spots, std::vector<Colour> co
 
 }  // namespace
 
-ColourCounts::ColourCounts() : counts_(kPlaces) {}
+ColourCounts::ColourCounts(Care care)
+    : care_(care),
+      placeBits_(care == Care::kQuick ? 13 : 15),
+      counts_(std::size_t{1} << placeBits_) {}
 
 void ColourCounts::Add(const Colour& colour, double weight) {
   Count* count = &PlaceOf(KeyOf(colour));
   if (count->weight == 0) {
-    while (used_ == kMostUsed) {
+    while (used_ == counts_.size() / 2) {
       Coarsen();
       count = &PlaceOf(KeyOf(colour));
     }
@@ -136,7 +133,7 @@ void ColourCounts::Add(const Colour& colour, double weight) {
 }
 
 void ColourCounts::Clear() {
-  counts_.assign(kPlaces, {});
+  counts_.assign(counts_.size(), {});
   used_ = 0;
   dropped_ = 0;
 }
@@ -147,16 +144,16 @@ std::uint32_t ColourCounts::KeyOf(const Colour& colour) const {
 }
 
 ColourCounts::Count& ColourCounts::PlaceOf(std::uint32_t key) {
-  std::size_t place = key * 0x9E3779B1U >> (32 - kPlaceBits);
+  std::size_t place = key * 0x9E3779B1U >> (32 - placeBits_);
   while (counts_[place].weight != 0 && counts_[place].key != key) {
-    place = (place + 1) % kPlaces;
+    place = (place + 1) % counts_.size();
   }
   return counts_[place];
 }
 
 // Makes one count of those that are the same in all bits kept but the last.
 void ColourCounts::Coarsen() {
-  const std::vector<Count> finer = std::exchange(counts_, std::vector<Count>(kPlaces));
+  const std::vector<Count> finer = std::exchange(counts_, std::vector<Count>(counts_.size()));
   used_ = 0;
   ++dropped_;
   constexpr std::uint32_t kWithoutLastBits = 0x7F7F7F;
@@ -184,7 +181,9 @@ std::vector<Colour> ColourCounts::Choose(std::size_t most) const {
     return {};
   }
   std::vector<Colour> colours = MeansOfGroups(spots, most);
-  for (int pass = 0; pass < kPasses; ++pass) {
+  // Each pass moves the colours less far than the one before.
+  const int passes = care_ == Care::kQuick ? 2 : 4;
+  for (int pass = 0; pass < passes; ++pass) {
     colours = Moved(spots, std::move(colours));
   }
   const auto number = [](const Colour& colour) {

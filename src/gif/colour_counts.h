@@ -7,11 +7,19 @@
 
 #include "gif/indexed_picture.h"
 
-// Counts so finely that some 4,000 are kept: with more, colours that differ in their lowest bits
-// alone are counted as one, of their mean. The colours of a map are finer than any fixed cells.
+// With more colours than are counted, those that differ in their lowest bits alone are counted as
+// one, of their mean. The colours of a map are finer than any fixed cells.
 class ColourCounts {
  public:
-  ColourCounts();
+  enum class Care {
+    // Some 4,000 colours are counted.
+    kQuick,
+    // Some 16,000, and what stands for them is sought for longer: photographs that stand and lose
+    // nothing look the better for it.
+    kThorough,
+  };
+
+  explicit ColourCounts(Care care);
 
   // Adds `weight`, more than 0, of an opaque colour.
   void Add(const Colour& colour, double weight);
@@ -37,7 +45,9 @@ class ColourCounts {
   Count& PlaceOf(std::uint32_t key);
   void Coarsen();
 
-  // A hash table, a power of two in size.
+  Care care_;
+  // A hash table of this power of two in size.
+  int placeBits_;
   std::vector<Count> counts_;
   std::size_t used_ = 0;
   // The lowest bits of red, green and blue that are left out of the keys.

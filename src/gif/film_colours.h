@@ -37,7 +37,7 @@ class FilmColours {
   std::size_t pictures_ = 0;
   std::vector<Colour> before_;
   std::vector<std::uint32_t> changes_;
-  ColourCounts counts_;
+  ColourCounts counts_{ColourCounts::Care::kThorough};
   // The opaque colours, until there are too many.
   std::unordered_set<std::uint32_t> exact_;
 };

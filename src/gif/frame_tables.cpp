@@ -14,6 +14,8 @@ constexpr double kTableBits = 256 * 3 * 8;
 constexpr double kGain = 4;
 // Without a price the smallest gain would do.
 constexpr double kLeastBitPrice = 0.3;
+// Where so little is lost, what a table leaves is seen.
+constexpr float kThoroughBelow = 1;
 constexpr std::size_t kLongestRest = 16;
 
 void Measure(std::span<LossyPixel> pixels, NearestColour& colours) {
@@ -54,7 +56,9 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
     : nearGlobal_(global),
       global_(std::move(global)),
       isExact_(isExact),
-      tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)) {}
+      tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)),
+      counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
+                                        : ColourCounts::Care::kQuick) {}
 
 FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
   Measure(pixels, nearGlobal_);
