@@ -11,7 +11,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::size_t next = 0;
   const auto below = [&](int limit) { return next < size ? data[next++] % limit : 0; };
-  const auto pictures = AnimationOfNumbers(below, 12, 12);
+  const auto pictures = AnimationOfNumbers(below, 8, 8);
   std::string file;
   GifShown expected;
   GifWriter writer(pictures[0].first.width, pictures[0].first.height,

@@ -49,11 +49,11 @@ inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const Numb
   picture.height = 1 + below(mostHigh);
   picture.indices.resize(static_cast<std::size_t>(picture.width) *
                          static_cast<std::size_t>(picture.height));
-  const int colours = 1 + (below(3) == 0 ? 252 + below(4) : below(below(2) == 0 ? 256 : 5));
+  const int colours = 1 + (below(8) == 7 ? 252 + below(4) : below(below(4) == 3 ? 256 : 5));
   const int transparent = below(2) == 0 ? below(256) : colours;
   FillPalette(below, colours, transparent, picture);
   std::vector<std::pair<IndexedPicture, int>> pictures;
-  for (int left = below(8); left >= 0; --left) {
+  for (int left = below(6); left >= 0; --left) {
     const int kind = below(8);
     if (kind == 0) {
       FillPalette(below, colours, transparent, picture);
