@@ -3,38 +3,54 @@
 #include <algorithm>
 
 #include "gif/gif_colours.h"
+#include "gif/sampled_places.h"
 
 void FilmColours::Add(std::span<const Colour> picture) {
-  if (pictures_ == 0) {
-    changes_.assign(picture.size(), 0);
+  if (AreFew()) {
+    AddExactly(picture);
   }
   GifColour last = kTransparent;
-  // How many pixels of the last colour follow each other.
+  // How many of the pixels taken follow each other with the last colour, and one of them.
   int run = 0;
-  const auto count = [&](std::size_t end) {
+  std::size_t at = 0;
+  const auto count = [&] {
     if (last != kTransparent) {
-      counts_.Add(picture[end - 1], run);
+      counts_.Add(picture[at], run);
     }
   };
-  for (std::size_t place = 0; place < picture.size(); ++place) {
+  ForSampledPlaces(picture.size(), static_cast<std::uint32_t>(pictures_), [&](std::size_t place) {
     const GifColour colour = ToGifColour(picture[place]);
-    if (pictures_ > 0 && colour != ToGifColour(before_[place])) {
-      ++changes_[place];
-    }
     if (colour == last) {
       ++run;
-      continue;
+      return;
     }
-    count(place);
-    if (colour != kTransparent && AreFew()) {
+    count();
+    last = colour;
+    run = 1;
+    at = place;
+  });
+  count();
+  CountChanges(picture);
+  before_.assign(picture.begin(), picture.end());
+  ++pictures_;
+}
+
+void FilmColours::AddExactly(std::span<const Colour> picture) {
+  GifColour last = kTransparent;
+  for (const Colour& pixel : picture) {
+    const GifColour colour = ToGifColour(pixel);
+    if (colour != last && colour != kTransparent && AreFew()) {
       exact_.insert(colour);
     }
     last = colour;
-    run = 1;
   }
-  count(picture.size());
-  before_.assign(picture.begin(), picture.end());
-  ++pictures_;
+}
+
+void FilmColours::CountChanges(std::span<const Colour> picture) {
+  changes_.resize(picture.size());
+  for (std::size_t place = 0; place < before_.size(); ++place) {
+    changes_[place] += ToGifColour(picture[place]) == ToGifColour(before_[place]) ? 0 : 1;
+  }
 }
 
 std::vector<Colour> FilmColours::Table() const {

@@ -34,6 +34,9 @@ class FilmColours {
   std::size_t Pictures() const { return pictures_; }
 
  private:
+  void AddExactly(std::span<const Colour> picture);
+  void CountChanges(std::span<const Colour> picture);
+
   std::size_t pictures_ = 0;
   std::vector<Colour> before_;
   std::vector<std::uint32_t> changes_;

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "gif/film_colours.h"
+#include "gif/halves.h"
+#include "gif/sampled_places.h"
 
 namespace {
 
@@ -18,22 +20,26 @@ constexpr double kLeastBitPrice = 0.3;
 constexpr float kThoroughBelow = 1;
 constexpr std::size_t kLongestRest = 16;
 
-void Measure(std::span<LossyPixel> pixels, NearestColour& colours) {
+// Returns the error of all pixels.
+double MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours) {
+  double error = 0;
   for (LossyPixel& pixel : pixels) {
     if (pixel.drawn != LossyPixel::kNever) {
       const auto [entry, distance] = colours.Of(pixel.wanted);
       pixel.nearest = entry;
       pixel.drawn = distance;
     }
-  }
-}
-
-double ErrorOf(std::span<const LossyPixel> pixels) {
-  double error = 0;
-  for (const LossyPixel& pixel : pixels) {
-    error += static_cast<double>(pixel.weight) * pixel.Least();
+    error += static_cast<double>(pixel.weight * static_cast<float>(pixel.Least()));
   }
   return error;
+}
+
+double Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours) {
+  std::array<double, 2> errors = {};
+  InHalves(pixels.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
+    errors[half] = MeasureSome(pixels.subspan(begin, end - begin), colours[half]);
+  });
+  return errors[0] + errors[1];
 }
 
 }  // namespace
@@ -53,7 +59,7 @@ std::string LossyTableBytes(const std::vector<Colour>& colours) {
 }
 
 FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPrice)
-    : nearGlobal_(global),
+    : nearGlobal_{NearestColour(global), NearestColour(global)},
       global_(std::move(global)),
       isExact_(isExact),
       tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)),
@@ -61,19 +67,18 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
                                         : ColourCounts::Care::kQuick) {}
 
 FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
-  Measure(pixels, nearGlobal_);
+  const double error = Measure(pixels, nearGlobal_);
   const Choice global = {&global_, false};
   if (isExact_ || rest_ > 0) {
     rest_ -= rest_ > 0 ? 1 : 0;
     return global;
   }
-  const double error = ErrorOf(pixels);
   if (error > tablePrice_) {
-    NearestColour own(OwnOf(pixels));
-    Measure(pixels, own);
-    if (error - ErrorOf(pixels) > tablePrice_) {
+    const std::vector<Colour> own = OwnOf(pixels);
+    std::array<NearestColour, 2> nearOwn = {NearestColour(own), NearestColour(own)};
+    if (error - Measure(pixels, nearOwn) > tablePrice_) {
       nextRest_ = 1;
-      own_.emplace(own.Table());
+      own_.emplace(own);
       return {&*own_, true};
     }
     Measure(pixels, nearGlobal_);
@@ -89,11 +94,12 @@ std::vector<Colour> FrameTables::OwnOf(std::span<const LossyPixel> pixels) {
   constexpr double kFullError = 20;
   constexpr double kLeastCount = 0.02;
   counts_.Clear();
-  for (const LossyPixel& pixel : pixels) {
+  ForSampledPlaces(pixels.size(), 0, [&](std::size_t place) {
+    const LossyPixel& pixel = pixels[place];
     if (pixel.drawn != LossyPixel::kNever) {
       const double need = std::min(1.0, pixel.staying / kFullError);
       counts_.Add(pixel.wanted, need + kLeastCount);
     }
-  }
+  });
   return counts_.Choose(FilmColours::kMost);
 }

@@ -1,6 +1,7 @@
 // Chooses the colour tables that the frames of an animated GIF are drawn with.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -32,7 +33,7 @@ class FrameTables {
   // has it.
   FrameTables(std::vector<Colour> global, bool isExact, float bitPrice);
 
-  const std::vector<Colour>& Global() const { return nearGlobal_.Table(); }
+  const std::vector<Colour>& Global() const { return global_.Table(); }
 
   // Chooses the table of a frame and says in `pixels` what its entries are for them. The choice
   // holds until the next one.
@@ -41,7 +42,8 @@ class FrameTables {
  private:
   std::vector<Colour> OwnOf(std::span<const LossyPixel> pixels);
 
-  NearestColour nearGlobal_;
+  // One for each half of the pixels.
+  std::array<NearestColour, 2> nearGlobal_;
   ColourNeighbours global_;
   bool isExact_;
   double tablePrice_;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "gif/halves.h"
+
 namespace {
 
 constexpr int kLeave = 1;
@@ -109,7 +111,7 @@ void LossyGifWriter::Draw(std::span<const Colour> next) {
 // Says of each pixel of the pending picture what it should be, and what errors count.
 void LossyGifWriter::Weigh(std::span<const Colour> next) {
   const auto left = static_cast<float>(film_.Pictures() - picturesDrawn_);
-  for (std::size_t place = 0; place < pixels_.size(); ++place) {
+  const auto weigh = [&](std::size_t place) {
     const Colour& wanted = pending_[place];
     const Colour& shown = screen_[place];
     LossyPixel& pixel = pixels_[place];
@@ -120,7 +122,12 @@ void LossyGifWriter::Weigh(std::span<const Colour> next) {
                                                         : 0;
     pixel.isNew = picturesDrawn_ == 0 || !IsSame(wanted, before_[place]);
     pixel.weight = IsSame(wanted, next[place]) ? std::max(1.0F, std::min(lives_[place], left)) : 1;
-  }
+  };
+  InHalves(pixels_.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
+    for (std::size_t place = begin; place < end; ++place) {
+      weigh(place);
+    }
+  });
 }
 
 // Leaves out rows and columns of which nothing is worth a frame's growth, and takes in what has to

@@ -20,6 +20,8 @@ constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
 constexpr int kMostWays = 400;
 constexpr float kForbidden = 1e30F;
+// More than any two colours are apart.
+constexpr float kMostDistance = 200000;
 // Without a price the longest string is sought, and no error is small beside it.
 constexpr float kNoPrice = 1e-3F;
 
@@ -46,6 +48,7 @@ class LossyLzwEncoder {
   void GoOn(const Way& way, const LossyPixel& pixel, float least);
   void AddWay(const Way& way, std::size_t known);
   float Worth(const LossyPixel& pixel) const;
+  int ErrorAs(const LossyPixel& pixel, int entry) const;
   float Cost(const LossyPixel& pixel, int entry) const;
   void Learn(const Way& way, std::size_t start);
   void TakePixels(const Way& way);
@@ -157,10 +160,14 @@ void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least)
   if (most < 0) {
     return;
   }
+  const int leastError = pixel.Least();
+  const float mostMore = std::min(most / pixel.weight, kCodeBits * bitPrice_);
+  const int mostError = leastError + static_cast<int>(std::min(mostMore, kMostDistance));
   const std::size_t known = ways_.size();
   const auto add = [&](int longer, int entry) {
-    if (const float cost = Cost(pixel, entry); cost <= most) {
-      AddWay({gain - cost, longer, way.length + 1}, known);
+    if (const int error = ErrorAs(pixel, entry); error <= mostError) {
+      AddWay({gain - static_cast<float>(error - leastError) * pixel.weight, longer, way.length + 1},
+             known);
     }
   };
   const int first = way.code == before_ ? strings_.FirstOf(before_) : 0;
@@ -194,15 +201,18 @@ float LossyLzwEncoder::Worth(const LossyPixel& pixel) const {
   return std::min(priceDrawn_, error * pixel.weight + priceStaying_);
 }
 
+int LossyLzwEncoder::ErrorAs(const LossyPixel& pixel, int entry) const {
+  if (entry == image_.transparent) {
+    return pixel.staying;
+  }
+  return pixel.drawn == LossyPixel::kNever
+             ? LossyPixel::kNever
+             : ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
+}
+
 // What the error of a pixel as this entry costs above the least.
 float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
-  int error = pixel.staying;
-  if (entry != image_.transparent) {
-    error = pixel.drawn == LossyPixel::kNever
-                ? LossyPixel::kNever
-                : ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
-  }
-  const auto more = static_cast<float>(error - pixel.Least());
+  const auto more = static_cast<float>(ErrorAs(pixel, entry) - pixel.Least());
   return more > kCodeBits * bitPrice_ ? kForbidden : more * pixel.weight;
 }
 

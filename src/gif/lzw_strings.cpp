@@ -7,18 +7,18 @@ void LzwStrings::Clear(int pixelValues) {
   taken_.clear();
   for (int pixel = 0; pixel < pixelValues; ++pixel) {
     const auto value = static_cast<std::uint8_t>(pixel);
-    strings_[Place(pixel)] = {0, 1, value, value, kNone, kNone};
+    strings_[Place(pixel)] = {0, 1, value};
+    links_[Place(pixel)] = {kNone, value};
+    lastLonger_[Place(pixel)] = kNone;
   }
 }
 
 void LzwStrings::Add(int code, int pixel, int added) {
-  String& shorter = strings_[Place(code)];
+  const String& shorter = strings_[Place(code)];
   strings_[Place(added)] = {static_cast<std::uint16_t>(code),
-                            static_cast<std::uint16_t>(shorter.length + 1),
-                            shorter.first,
-                            static_cast<std::uint8_t>(pixel),
-                            kNone,
-                            kNone};
+                            static_cast<std::uint16_t>(shorter.length + 1), shorter.first};
+  links_[Place(added)] = {kNone, static_cast<std::uint8_t>(pixel)};
+  lastLonger_[Place(added)] = kNone;
   const std::uint32_t key = KeyOf(code, pixel);
   std::size_t slot = SlotOf(key);
   for (; slots_[slot] != 0; slot = (slot + 1) % kSlots) {
@@ -28,6 +28,6 @@ void LzwStrings::Add(int code, int pixel, int added) {
   }
   taken_.push_back(slot);
   slots_[slot] = key << kCodeBits | static_cast<std::uint32_t>(added);
-  strings_[Place(added)].longerBefore = shorter.lastLonger;
-  shorter.lastLonger = static_cast<std::int16_t>(added);
+  links_[Place(added)].longerBefore = lastLonger_[Place(code)];
+  lastLonger_[Place(code)] = static_cast<std::int16_t>(added);
 }

@@ -35,14 +35,14 @@ class LzwStrings {
   // The first and the last pixel of a string, the code of the string without the last one, and the
   // number of its pixels.
   int FirstOf(int code) const { return strings_[Place(code)].first; }
-  int LastOf(int code) const { return strings_[Place(code)].last; }
+  int LastOf(int code) const { return links_[Place(code)].last; }
   int ShorterOf(int code) const { return strings_[Place(code)].shorter; }
   int LengthOf(int code) const { return strings_[Place(code)].length; }
 
   // The strings that are one with a pixel more, one after the other: the last made of them, and the
   // one made before `code`, which is one of them. kNone where there is none.
-  int LastLonger(int code) const { return strings_[Place(code)].lastLonger; }
-  int LongerBefore(int code) const { return strings_[Place(code)].longerBefore; }
+  int LastLonger(int code) const { return lastLonger_[Place(code)]; }
+  int LongerBefore(int code) const { return links_[Place(code)].longerBefore; }
 
  private:
   static constexpr std::size_t kSlots = 16384;
@@ -52,9 +52,12 @@ class LzwStrings {
     std::uint16_t shorter;
     std::uint16_t length;
     std::uint8_t first;
-    std::uint8_t last;
-    std::int16_t lastLonger;
+  };
+
+  // What a search goes along, apart from the rest, so that it stays in the cache.
+  struct Link {
     std::int16_t longerBefore;
+    std::uint8_t last;
   };
 
   static std::size_t Place(int code) { return static_cast<std::size_t>(code); }
@@ -69,4 +72,6 @@ class LzwStrings {
   // The slots that are not free.
   std::vector<std::size_t> taken_;
   std::array<String, kLimit> strings_ = {};
+  std::array<Link, kLimit> links_ = {};
+  std::array<std::int16_t, kLimit> lastLonger_ = {};
 };
