@@ -80,7 +80,7 @@ TEST(LossyGifWriter, LosesNothingOrNoMoreThanTheWorthOfACode) {
         const Colour& shown = written.shown[index][place];
         ASSERT_EQ(shown.alpha, wanted.alpha) << round;
         if (wanted.alpha != 0 && colours.AreFew()) {
-          ASSERT_LE(static_cast<float>(ColourDistance(shown, wanted)), 12 * bitPrice) << round;
+          ASSERT_LE(static_cast<float>(ColourDistance(shown, wanted)), 14 * bitPrice) << round;
         }
       }
     }

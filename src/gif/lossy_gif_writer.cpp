@@ -32,7 +32,7 @@ std::pair<int, int> Needed(const std::vector<float>& needs) {
 }  // namespace
 
 float BitPriceOf(int quality) {
-  constexpr float kPriceOf80 = 7;
+  constexpr float kPriceOf80 = 6.5F;
   const float loss = static_cast<float>(100 - quality) / 20;
   return loss <= 1 ? kPriceOf80 * loss * loss : kPriceOf80 * std::exp2(1.6F * (loss - 1));
 }
@@ -134,8 +134,8 @@ void LossyGifWriter::Weigh(std::span<const Colour> next) {
 // be cleared for `next`. Small errors of many pixels add up only where they are new: what stands
 // has been weighed when it was drawn.
 GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) const {
-  // What a pixel alone has to be worth, and what a line has to.
-  constexpr float kBitsOfPixel = 12;
+  // What a pixel alone has to be worth, which is a code, and what a line has to.
+  constexpr float kBitsOfPixel = 14;
   constexpr float kBitsOfLine = 24;
   std::vector<float> rows(static_cast<std::size_t>(height_));
   std::vector<float> columns(static_cast<std::size_t>(width_));

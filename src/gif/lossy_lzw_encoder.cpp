@@ -13,8 +13,8 @@
 
 namespace {
 
-// About the width of a code.
-constexpr float kCodeBits = 12;
+// The width of a code, and its part of the clearings and of strings that nothing comes of.
+constexpr float kCodeBits = 14;
 // Ways that are behind the best by so many bits are given up.
 constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
@@ -75,7 +75,7 @@ LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
       bitPrice_(std::max(image.bitPrice, kNoPrice)),
       behind_(kBehindBits * bitPrice_) {
   constexpr float kFirstDrawnBits = 2;
-  constexpr float kFirstStayingBits = 0.2F;
+  constexpr float kFirstStayingBits = 0.1F;
   priceDrawn_ = bitPrice_ * kFirstDrawnBits;
   priceStaying_ = bitPrice_ * kFirstStayingBits;
   const std::vector<Colour>& table = image.colours->Table();
@@ -227,7 +227,7 @@ void LossyLzwEncoder::TakePixels(const Way& way) {
 
 // Brings the prices up to date with a string.
 void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
-  constexpr float kNew = 0.03F;
+  constexpr float kNew = 0.004F;
   constexpr float kMostBits = 9;
   constexpr float kMostAtOnce = 32;
   float drawn = 0;
