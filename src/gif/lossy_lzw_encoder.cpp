@@ -228,7 +228,7 @@ void LossyLzwEncoder::TakePixels(const Way& way) {
 // Brings the prices up to date with a string.
 void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
   constexpr float kNew = 0.004F;
-  constexpr float kMostBits = 9;
+  constexpr float kMostBits = 6;
   constexpr float kMostAtOnce = 32;
   float drawn = 0;
   float errors = 0;
