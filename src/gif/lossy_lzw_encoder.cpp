@@ -25,15 +25,17 @@ constexpr float kMostDistance = 200000;
 // Without a price the longest string is sought, and no error is small beside it.
 constexpr float kNoPrice = 1e-3F;
 
+// The codes of some pixels, and what each of these became.
+struct Part {
+  LzwCodes codes;
+  std::vector<std::uint8_t> entries;
+};
+
 class LossyLzwEncoder {
  public:
   explicit LossyLzwEncoder(const LossyImage& image);
 
-  void Encode();
-
-  LzwCodes codes;
-  // What each pixel became.
-  std::vector<std::uint8_t> entries;
+  Part Encode();
 
  private:
   // A known string for the next pixels, and by how much it is better than none.
@@ -58,6 +60,7 @@ class LossyLzwEncoder {
   // Ways that are behind the best by so much are given up.
   float behind_;
   std::array<Colour, 256> table_ = {};
+  Part part_;
   LzwStrings strings_;
   // The string before, and the code of the one that is made of it; kNone for none.
   int before_ = LzwStrings::kNone;
@@ -70,25 +73,25 @@ class LossyLzwEncoder {
 };
 
 LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
-    : codes(image.codeSize),
-      image_(image),
+    : image_(image),
       bitPrice_(std::max(image.bitPrice, kNoPrice)),
-      behind_(kBehindBits * bitPrice_) {
+      behind_(kBehindBits * bitPrice_),
+      part_{LzwCodes(image.codeSize), {}} {
   constexpr float kFirstDrawnBits = 2;
   constexpr float kFirstStayingBits = 0.1F;
   priceDrawn_ = bitPrice_ * kFirstDrawnBits;
   priceStaying_ = bitPrice_ * kFirstStayingBits;
   const std::vector<Colour>& table = image.colours->Table();
   std::copy(table.begin(), table.end(), table_.begin());
-  entries.reserve(image.pixels.size());
+  part_.entries.reserve(image.pixels.size());
   strings_.Clear(1 << image.codeSize);
 }
 
-void LossyLzwEncoder::Encode() {
+Part LossyLzwEncoder::Encode() {
   LzwClearing clearing;
-  clearing.Restart(0, codes.BitCount());
+  clearing.Restart(0, part_.codes.BitCount());
   for (std::size_t place = 0; place < image_.pixels.size();) {
-    const int next = codes.NextCode();
+    const int next = part_.codes.NextCode();
     made_ = before_ != LzwStrings::kNone && next < LzwStrings::kLimit ? next : LzwStrings::kNone;
     const Way way = BestWay(place);
     if (made_ != LzwStrings::kNone) {
@@ -97,16 +100,18 @@ void LossyLzwEncoder::Encode() {
     }
     TakePixels(way);
     Learn(way, place);
-    codes.Write(way.code);
+    part_.codes.Write(way.code);
     before_ = way.code;
     place += way.length;
-    if (codes.NextCode() == LzwStrings::kLimit && clearing.Pays(place, codes.BitCount())) {
-      codes.Clear();
+    if (part_.codes.NextCode() == LzwStrings::kLimit &&
+        clearing.Pays(place, part_.codes.BitCount())) {
+      part_.codes.Clear();
       strings_.Clear(1 << image_.codeSize);
-      clearing.Restart(place, codes.BitCount());
+      clearing.Restart(place, part_.codes.BitCount());
       before_ = LzwStrings::kNone;
     }
   }
+  return std::move(part_);
 }
 
 LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
@@ -217,11 +222,11 @@ float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
 }
 
 void LossyLzwEncoder::TakePixels(const Way& way) {
-  const std::size_t known = entries.size();
-  entries.resize(known + way.length);
+  const std::size_t known = part_.entries.size();
+  part_.entries.resize(known + way.length);
   int code = way.code;
-  for (std::size_t place = entries.size(); place > known; code = strings_.ShorterOf(code)) {
-    entries[--place] = static_cast<std::uint8_t>(strings_.LastOf(code));
+  for (std::size_t place = part_.entries.size(); place > known; code = strings_.ShorterOf(code)) {
+    part_.entries[--place] = static_cast<std::uint8_t>(strings_.LastOf(code));
   }
 }
 
@@ -233,9 +238,9 @@ void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
   float drawn = 0;
   float errors = 0;
   for (std::size_t place = start; place < start + way.length; ++place) {
-    if (entries[place] != image_.transparent) {
+    if (part_.entries[place] != image_.transparent) {
       drawn += 1;
-      errors += Cost(image_.pixels[place], entries[place]);
+      errors += Cost(image_.pixels[place], part_.entries[place]);
     }
   }
   const auto length = static_cast<float>(way.length);
@@ -252,12 +257,6 @@ void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
   }
 }
 
-LossyLzwEncoder Encoded(const LossyImage& image) {
-  LossyLzwEncoder encoder(image);
-  encoder.Encode();
-  return encoder;
-}
-
 }  // namespace
 
 LossyData EncodeLossily(const LossyImage& image, bool inHalves) {
@@ -266,13 +265,13 @@ LossyData EncodeLossily(const LossyImage& image, bool inHalves) {
   first.pixels = image.pixels.first(half);
   LossyImage second = image;
   second.pixels = image.pixels.subspan(half);
-  std::future<LossyLzwEncoder> later;
+  std::future<Part> later;
   if (!second.pixels.empty()) {
-    later = std::async(std::launch::async, [&] { return Encoded(second); });
+    later = std::async(std::launch::async, [&] { return LossyLzwEncoder(second).Encode(); });
   }
-  LossyLzwEncoder whole = Encoded(first);
+  Part whole = LossyLzwEncoder(first).Encode();
   if (later.valid()) {
-    const LossyLzwEncoder rest = later.get();
+    const Part rest = later.get();
     whole.codes.Append(rest.codes);
     whole.entries.insert(whole.entries.end(), rest.entries.begin(), rest.entries.end());
   }
