@@ -38,8 +38,10 @@ constexpr Allowance kAllowances[] = {
     {80, 64, 20, 5, 0.5},  {80, 1, 20, 8, 0.5},  {60, 64, 24, 8, 0.5},   {60, 1, 32, 12, 0.6},
     {30, 64, 48, 14, 0.5}, {30, 1, 48, 24, 0.9}, {1, 64, 160, 120, 0.9}, {1, 1, 192, 170, 2},
 };
-// A palette for all pictures loses rare colours and keeps the rest.
-constexpr Allowance kWithPalette = {1, 1, 48, 8, 0.5};
+// Palettes lose rare colours and keep the rest. A GIF of little quality leaves pixels as they were
+// where that is near enough, so its pictures lag behind the planned ones.
+constexpr Allowance kWithPalette = {50, 1, 48, 8, 0.5};
+constexpr double kWayOfLagging = 0.9;
 constexpr Allowance kExact = {1, 1, 4, 4, 0.5};
 
 // Of a few pixels, whose colours are stored in halves, little is left.
@@ -60,6 +62,9 @@ Allowance AllowanceOf(const Film& film) {
   if (hasPalette) {
     found.cell = std::max(found.cell, kWithPalette.cell);
     found.mean = std::max(found.mean, kWithPalette.mean);
+    if (film.quality < kWithPalette.quality) {
+      found.way = std::max(found.way, kWayOfLagging);
+    }
   }
   return found;
 }
