@@ -129,6 +129,7 @@ TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
     std::vector<int> planned;
     std::vector<int> seen;
     const char* message;
+    const char* format = "mp4";
   } kCases[] = {
       {80, {100, 100, 100}, {100, 100, 100}, "0 at 9"},
       {80, {100, 100, 100}, {100, 106, 100}, "6 at 1"},
@@ -140,11 +141,13 @@ TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
       {30, {100, 100, 120}, {100, 111, 120}, "shows a neighbour's picture in place of \"1.png\""},
       {30, {100, 116, 100}, {100, 108, 100}, "8 at 1"},
       {30, {100, 115, 100}, {100, 103, 100}, "12 at 1"},
+      {50, {100, 116, 100}, {100, 107, 100}, "shows a neighbour's picture", "gif"},
+      {49, {100, 116, 100}, {100, 103, 100}, "13 at 1", "gif"},
       {80, {100, 100}, {100, 100, 100}, "does not show as many pictures"},
   };
   for (const auto& c : kCases) {
     animate::Film film;
-    film.format = animate::FindFormat("mp4");
+    film.format = animate::FindFormat(c.format);
     film.quality = c.quality;
     SetPlanned(film, {64, 64});
     const TempFolder folder;
