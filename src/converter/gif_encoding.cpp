@@ -16,6 +16,7 @@
 #include "film/gif_clock.h"
 #include "film/new_content.h"
 #include "gif/film_colours.h"
+#include "gif/gif_colours.h"
 #include "gif/gif_writer.h"
 #include "gif/lossy_gif_writer.h"
 #include "platform/input_file.h"
@@ -52,13 +53,16 @@ void ReadPlanned(const Converter& converter, const Film& film, const Staging& st
   }
 }
 
-std::uint32_t NumberOf(const ::Colour& colour) {
-  return std::uint32_t{colour.red} | std::uint32_t{colour.green} << 8U |
-         std::uint32_t{colour.blue} << 16U | std::uint32_t{colour.alpha} << 24U;
-}
-
 GifSink SinkOf(NewContent& file) {
   return [&file](std::string_view bytes) { file.Add(bytes); };
+}
+
+// Ends a file. Returns how many bytes it has.
+template <typename Writer>
+std::uint64_t Finished(Writer& writer, NewContent& file) {
+  writer.Finish();
+  file.Finish();
+  return file.Size();
 }
 
 // Pictures as entries of a table that has all their colours.
@@ -71,16 +75,16 @@ class Indexing {
     // A transparent pixel.
     picture_.palette.push_back({0, 0, 0, 0});
     for (const ::Colour& colour : picture_.palette) {
-      entries_.emplace(NumberOf(colour), static_cast<std::uint8_t>(entries_.size()));
+      entries_.emplace(ToGifColour(colour), static_cast<std::uint8_t>(entries_.size()));
     }
   }
 
   const IndexedPicture& Of(const RawPicture& picture) {
     picture_.indices.clear();
-    std::uint32_t last = NumberOf(picture.front());
+    GifColour last = ToGifColour(picture.front());
     std::uint8_t entry = entries_.at(last);
     for (const ::Colour& colour : picture) {
-      if (const std::uint32_t number = NumberOf(colour); number != last) {
+      if (const GifColour number = ToGifColour(colour); number != last) {
         last = number;
         entry = entries_.at(number);
       }
@@ -91,7 +95,7 @@ class Indexing {
 
  private:
   IndexedPicture picture_;
-  std::unordered_map<std::uint32_t, std::uint8_t> entries_;
+  std::unordered_map<GifColour, std::uint8_t> entries_;
 };
 
 // A file that loses nothing.
@@ -104,12 +108,7 @@ class ExactGif {
 
   void Add(const RawPicture& picture, int delay) { writer_.Add(indexing_.Of(picture), delay); }
 
-  // Returns how many bytes it has.
-  std::uint64_t Finish() {
-    writer_.Finish();
-    file_.Finish();
-    return file_.Size();
-  }
+  std::uint64_t Finish() { return Finished(writer_, file_); }
 
  private:
   NewContent file_;
@@ -127,12 +126,7 @@ class LossyGif {
 
   void Add(const RawPicture& picture, int delay) { writer_.Add(picture, delay); }
 
-  // Returns how many bytes it has.
-  std::uint64_t Finish() {
-    writer_.Finish();
-    file_.Finish();
-    return file_.Size();
-  }
+  std::uint64_t Finish() { return Finished(writer_, file_); }
 
  private:
   NewContent file_;

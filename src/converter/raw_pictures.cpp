@@ -5,6 +5,8 @@
 #include <cstring>
 #include <utility>
 
+#include "gif/gif_colours.h"
+
 namespace animate {
 namespace {
 
@@ -55,10 +57,7 @@ std::string FingerprintOf(const RawPicture& picture) {
   constexpr std::uint64_t kPrime = 0x100000001B3;
   std::uint64_t hash = 0xCBF29CE484222325;
   for (const ::Colour& pixel : picture) {
-    const std::uint32_t value = std::uint32_t{pixel.red} | std::uint32_t{pixel.green} << 8U |
-                                std::uint32_t{pixel.blue} << 16U |
-                                std::uint32_t{pixel.alpha} << 24U;
-    hash = (hash ^ value) * kPrime;
+    hash = (hash ^ ToGifColour(pixel)) * kPrime;
     hash ^= hash >> 32U;
   }
   std::string text;
