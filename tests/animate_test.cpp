@@ -275,6 +275,14 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
   EXPECT_EQ(quiet.output + quiet.errors, "");
 }
 
+// Too large to be kept between finding their colours and writing them.
+TEST_F(AnimateTest, MakesGifsOfLargePictures) {
+  FillNumbered({1, 2, 3});
+  const ProgramResult result = Run({"large.gif", "--size", "2400x2400"});
+  EXPECT_EQ(result.exitStatus, 0) << result.errors;
+  EXPECT_THAT(Levels("large.gif"), ElementsAre(1, 2, 3));
+}
+
 TEST_F(AnimateTest, HoldsFramesAndShowsThemOnASheet) {
   FillNumbered({1, 2, 3, 6, 7});
   EXPECT_EQ(Run({"out.apng", "--fill-gaps", "--contact-sheet", "sheet.png"}).exitStatus, 0);

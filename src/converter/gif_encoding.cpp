@@ -7,10 +7,8 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "converter/behind.h"
 #include "converter/encoding.h"
-#include "converter/encoding_words.h"
-#include "converter/planned_picture.h"
+#include "converter/film_pictures.h"
 #include "converter/raw_pictures.h"
 #include "film/failure.h"
 #include "film/gif_clock.h"
@@ -28,30 +26,6 @@ namespace {
 constexpr int kExactFrom = 80;
 
 namespace fs = std::filesystem;
-
-using TakePicture = std::function<void(const RawPicture&)>;
-
-// Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.
-void ReadPlanned(const Converter& converter, const Film& film, const Staging& staging,
-                 const std::string& graph, const Words& more, const TakePicture& take) {
-  // The next picture comes while one is being worked on.
-  Behind behind;
-  RawPictures pictures(film, [&](RawPicture picture) {
-    behind.Do([&take, picture = std::move(picture)] { take(picture); });
-  });
-  const auto read = converter.ReadBytes(
-      Joined(InputOf(converter, film, staging), Words{"-filter_complex", graph, "-map", "[film]"},
-             RateOf(film), RawOutput(), more),
-      staging.Folder(), [&](std::string_view piece) { pictures.Take(piece); });
-  if (!read) {
-    throw Failure(read.Reason());
-  }
-  behind.Finish();
-  if (pictures.Count() != film.shown.size()) {
-    throw Failure("the converter gave " + std::to_string(pictures.Count()) +
-                  " pictures instead of " + std::to_string(film.shown.size()));
-  }
-}
 
 GifSink SinkOf(NewContent& file) {
   return [&file](std::string_view bytes) { file.Add(bytes); };
@@ -148,14 +122,13 @@ void Copy(const fs::path& from, const fs::path& to) {
 
 void EncodeGif(const Converter& converter, const Film& film, const Staging& staging,
                const fs::path& target, const std::function<void(std::size_t)>& progress) {
-  const std::string way = "format=rgba";
+  FilmPictures pictures(converter, film, staging);
   std::size_t done = 0;
   FilmColours colours;
-  ReadPlanned(converter, film, staging, "[0:v]" + PlannedPicture(film) + "," + way + "[film]", {},
-              [&](const RawPicture& picture) {
-                colours.Add(picture);
-                progress(++done);
-              });
+  pictures.First([&](const RawPicture& picture) {
+    colours.Add(picture);
+    progress(++done);
+  });
   done = 0;
   const bool mayLose = !colours.AreFew() || film.quality < kExactFrom;
   const fs::path besides = staging.Folder() / "exact.gif";
@@ -168,18 +141,17 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
   if (mayLose) {
     lossy.emplace(film, colours, target);
   }
-  ReadPlanned(converter, film, staging, FilmAndSmall(film, way),
-              SmallOutput(film, kPlannedPictures), [&](const RawPicture& picture) {
-                const int delay = GifDelay(done, film.rate);
-                if (exact) {
-                  exact->Add(picture, delay);
-                  whole.Add(FingerprintOf(picture));
-                }
-                if (lossy) {
-                  lossy->Add(picture, delay);
-                }
-                progress(++done);
-              });
+  pictures.Second([&](const RawPicture& picture) {
+    const int delay = GifDelay(done, film.rate);
+    if (exact) {
+      exact->Add(picture, delay);
+      whole.Add(FingerprintOf(picture));
+    }
+    if (lossy) {
+      lossy->Add(picture, delay);
+    }
+    progress(++done);
+  });
   const std::uint64_t exactSize = exact ? exact->Finish() : 0;
   const std::uint64_t lossySize = lossy ? lossy->Finish() : 0;
   whole.Finish();

@@ -6,6 +6,7 @@
 #include "gif/sampled_places.h"
 
 void FilmColours::Add(std::span<const Colour> picture) {
+  constexpr std::size_t kEnough = 30000;
   if (AreFew()) {
     AddExactly(picture);
   }
@@ -18,7 +19,8 @@ void FilmColours::Add(std::span<const Colour> picture) {
       counts_.Add(picture[at], run);
     }
   };
-  ForSampledPlaces(picture.size(), static_cast<std::uint32_t>(pictures_), [&](std::size_t place) {
+  const auto seed = static_cast<std::uint32_t>(pictures_);
+  ForSampledPlaces(picture.size(), kEnough, seed, [&](std::size_t place) {
     const GifColour colour = ToGifColour(picture[place]);
     if (colour == last) {
       ++run;

@@ -18,6 +18,8 @@ constexpr double kGain = 4;
 constexpr double kLeastBitPrice = 0.3;
 // Where so little is lost, what a table leaves is seen.
 constexpr float kThoroughBelow = 1;
+constexpr std::size_t kSamples = 30000;
+constexpr std::size_t kManySamples = 100000;
 constexpr std::size_t kLongestRest = 16;
 
 // Returns the error of all pixels.
@@ -63,6 +65,7 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
       global_(std::move(global)),
       isExact_(isExact),
       tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)),
+      samples_(bitPrice < kThoroughBelow ? kManySamples : kSamples),
       counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
                                         : ColourCounts::Care::kQuick) {}
 
@@ -94,7 +97,7 @@ std::vector<Colour> FrameTables::OwnOf(std::span<const LossyPixel> pixels) {
   constexpr double kFullError = 20;
   constexpr double kLeastCount = 0.02;
   counts_.Clear();
-  ForSampledPlaces(pixels.size(), 0, [&](std::size_t place) {
+  ForSampledPlaces(pixels.size(), samples_, 0, [&](std::size_t place) {
     const LossyPixel& pixel = pixels[place];
     if (pixel.drawn != LossyPixel::kNever) {
       const double need = std::min(1.0, pixel.staying / kFullError);

@@ -47,6 +47,8 @@ class FrameTables {
   ColourNeighbours global_;
   bool isExact_;
   double tablePrice_;
+  // How many pixels are counted.
+  std::size_t samples_;
   ColourCounts counts_;
   std::optional<ColourNeighbours> own_;
   // For how many frames none of their own is tried, since it was tried in vain, and for how many it

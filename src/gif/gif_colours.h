@@ -1,6 +1,7 @@
 // The colours of an animated GIF, and its tables of them.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -15,10 +16,9 @@ using GifColour = std::uint32_t;
 inline constexpr GifColour kTransparent = 0;
 
 inline GifColour ToGifColour(const Colour& colour) {
-  if (colour.alpha == 0) {
-    return kTransparent;
-  }
-  return colour.red | GifColour{colour.green} << 8 | GifColour{colour.blue} << 16 | 0xFF000000U;
+  static_assert(std::endian::native == std::endian::little);
+  const auto number = std::bit_cast<GifColour>(colour);
+  return colour.alpha == 0 ? kTransparent : number;
 }
 
 struct GifColourUse {

@@ -171,7 +171,7 @@ GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) c
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.
 std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choice& choice) {
   // Whose strings are cleared some times anyway.
-  constexpr std::size_t kLongBytes = 12000;
+  constexpr std::size_t kLongBytes = 4000;
   constexpr std::size_t kLongPixels = 10000;
   const std::vector<Colour>& table = choice.colours->Table();
   LossyImage image;

@@ -7,6 +7,10 @@
 
 namespace {
 
+int Squared(int value) {
+  return value * value;
+}
+
 constexpr int kFarthest = std::numeric_limits<int>::max();
 
 // Of a value to the values from `low` to `high`: the squared distance to the nearest of them, and
@@ -30,6 +34,24 @@ NearestColour::NearestColour(std::vector<Colour> table)
       starts_(std::size_t{1} << 3 * kBits),
       lists_(1) {}
 
+// The values of all entries of one channel stand together, so that some are taken at once.
+NearestColour::Match NearestColour::Nearest(std::span<const std::int16_t> list,
+                                            const Colour& colour) {
+  const auto count = static_cast<std::size_t>(list[0]);
+  const auto part = [&](std::size_t number) { return list.data() + 1 + number * count; };
+  const std::int16_t* red = part(0);
+  const std::int16_t* green = part(1);
+  const std::int16_t* blue = part(2);
+  // A distance and, below it, the place in the list.
+  int best = kFarthest;
+  for (std::size_t place = 0; place < count; ++place) {
+    const int distance = Squared(red[place] - colour.red) + Squared(green[place] - colour.green) +
+                         Squared(blue[place] - colour.blue);
+    best = std::min(best, distance << 8 | static_cast<int>(place));
+  }
+  return {static_cast<std::uint8_t>(part(3)[best & 0xFF]), best >> 8};
+}
+
 NearestColour::Match NearestColour::Search(const Colour& colour) {
   constexpr int kDropped = 8 - kBits;
   const auto leading = [](int value) { return static_cast<std::size_t>(value >> kDropped); };
@@ -38,15 +60,7 @@ NearestColour::Match NearestColour::Search(const Colour& colour) {
   if (start == 0) {
     start = AddList(colour);
   }
-  Match best = {0, kFarthest};
-  const std::size_t count = lists_[start].entry + std::size_t{1};
-  for (const auto& [listed, entry] : std::span(lists_).subspan(start + 1, count)) {
-    const int distance = ColourDistance(listed, colour);
-    if (distance < best.distance) {
-      best = {entry, distance};
-    }
-  }
-  return best;
+  return Nearest(std::span(lists_).subspan(start), colour);
 }
 
 // No entry can be nearest whose distance to each of the colours is more than another's largest.
@@ -65,13 +79,19 @@ std::uint32_t NearestColour::AddList(const Colour& colour) {
     least[entry] = red.least + green.least + blue.least;
     leastOfMost = std::min(leastOfMost, red.most + green.most + blue.most);
   }
-  const std::size_t start = lists_.size();
-  lists_.emplace_back();
+  std::vector<std::uint8_t> listed;
   for (std::size_t entry = 0; entry < table_.size(); ++entry) {
     if (least[entry] <= leastOfMost) {
-      lists_.push_back({table_[entry], static_cast<std::uint8_t>(entry)});
+      listed.push_back(static_cast<std::uint8_t>(entry));
     }
   }
-  lists_[start].entry = static_cast<std::uint8_t>(lists_.size() - start - 2);
+  const std::size_t start = lists_.size();
+  lists_.push_back(static_cast<std::int16_t>(listed.size()));
+  for (const auto channel : {&Colour::red, &Colour::green, &Colour::blue}) {
+    for (const std::uint8_t entry : listed) {
+      lists_.push_back(table_[entry].*channel);
+    }
+  }
+  lists_.insert(lists_.end(), listed.begin(), listed.end());
   return static_cast<std::uint32_t>(start);
 }

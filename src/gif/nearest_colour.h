@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "gif/gif_colours.h"
@@ -54,11 +55,7 @@ class NearestColour {
     Match match;
   };
 
-  struct Listed {
-    Colour colour;
-    std::uint8_t entry = 0;
-  };
-
+  static Match Nearest(std::span<const std::int16_t> list, const Colour& colour);
   Match Search(const Colour& colour);
   std::uint32_t AddList(const Colour& colour);
 
@@ -66,6 +63,6 @@ class NearestColour {
   std::vector<Found> found_;
   // Where each list begins in `lists_`; 0 for one that nobody has asked for.
   std::vector<std::uint32_t> starts_;
-  // Of each list one whose entry is how many follow, less one, and these.
-  std::vector<Listed> lists_;
+  // Of each list how many entries it has, the red of each, the green, the blue, and the entries.
+  std::vector<std::int16_t> lists_;
 };

@@ -1,0 +1,83 @@
+#include "converter/film_pictures.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "converter/behind.h"
+#include "converter/encoding.h"
+#include "converter/encoding_words.h"
+#include "converter/planned_picture.h"
+#include "film/failure.h"
+#include "film/interruption.h"
+
+namespace animate {
+namespace {
+
+// As much as the converter takes at most beside a writer, so keeping pictures makes no run need
+// more than one that does not keep them.
+constexpr std::size_t kMostKeptBytes = 64U << 20U;
+
+constexpr const char* kWholePixels = "format=rgba";
+
+bool AreSmall(const Film& film) {
+  const std::size_t bytes = sizeof(::Colour) * static_cast<std::size_t>(film.size.width) *
+                            static_cast<std::size_t>(film.size.height);
+  return film.shown.size() <= kMostKeptBytes / bytes;
+}
+
+}  // namespace
+
+FilmPictures::FilmPictures(const Converter& converter, const Film& film, const Staging& staging)
+    : converter_(converter), film_(film), staging_(staging), keeps_(AreSmall(film)) {}
+
+void FilmPictures::First(const Take& take) {
+  if (!keeps_) {
+    Read("[0:v]" + PlannedPicture(film_) + "," + kWholePixels + "[film]", {}, take);
+    return;
+  }
+  ReadWithSmall([&](RawPicture picture) {
+    take(picture);
+    kept_.push_back(std::move(picture));
+  });
+}
+
+void FilmPictures::Second(const Take& take) {
+  if (!keeps_) {
+    ReadWithSmall(take);
+    return;
+  }
+  for (const RawPicture& picture : kept_) {
+    StopIfInterrupted();
+    take(picture);
+  }
+}
+
+void FilmPictures::ReadWithSmall(const std::function<void(RawPicture)>& take) const {
+  Read(FilmAndSmall(film_, kWholePixels), SmallOutput(film_, kPlannedPictures), take);
+}
+
+// Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.
+void FilmPictures::Read(const std::string& graph, const Words& more,
+                        const std::function<void(RawPicture)>& take) const {
+  // The next picture comes while one is being worked on.
+  Behind behind;
+  RawPictures pictures(film_, [&](RawPicture picture) {
+    behind.Do([&take, picture = std::move(picture)]() mutable { take(std::move(picture)); });
+  });
+  const auto read = converter_.ReadBytes(
+      Joined(InputOf(converter_, film_, staging_),
+             Words{"-filter_complex", graph, "-map", "[film]"}, RateOf(film_), RawOutput(), more),
+      staging_.Folder(), [&](std::string_view piece) { pictures.Take(piece); });
+  if (!read) {
+    throw Failure(read.Reason());
+  }
+  behind.Finish();
+  if (pictures.Count() != film_.shown.size()) {
+    throw Failure("the converter gave " + std::to_string(pictures.Count()) +
+                  " pictures instead of " + std::to_string(film_.shown.size()));
+  }
+}
+
+}  // namespace animate

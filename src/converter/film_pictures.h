@@ -1,0 +1,43 @@
+// The planned pictures of a film, gone through twice.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "converter/converter.h"
+#include "converter/raw_pictures.h"
+#include "converter/staging.h"
+#include "film/film.h"
+
+namespace animate {
+
+// Small ones are kept, of large ones the converter makes the second time what it made the first.
+class FilmPictures {
+ public:
+  using Take = std::function<void(const RawPicture&)>;
+
+  // All three outlive it.
+  FilmPictures(const Converter& converter, const Film& film, const Staging& staging);
+
+  // Calls `take` with each picture, one after the other, maybe on another thread. Throws what
+  // `take` throws, and a Failure when the converter fails or the user wishes to stop.
+  void First(const Take& take);
+
+  // The same for the second time. After it the staging folder has the small pictures of what is
+  // planned.
+  void Second(const Take& take);
+
+ private:
+  void Read(const std::string& graph, const Words& more,
+            const std::function<void(RawPicture)>& take) const;
+  void ReadWithSmall(const std::function<void(RawPicture)>& take) const;
+
+  const Converter& converter_;
+  const Film& film_;
+  const Staging& staging_;
+  bool keeps_;
+  std::vector<RawPicture> kept_;
+};
+
+}  // namespace animate
