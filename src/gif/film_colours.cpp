@@ -1,14 +1,26 @@
 #include "gif/film_colours.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "gif/gif_colours.h"
+#include "gif/nearest_colour.h"
 #include "gif/sampled_places.h"
+
+namespace {
+
+Colour ToColour(GifColour colour) {
+  return {static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
+          static_cast<std::uint8_t>(colour >> 16)};
+}
+
+}  // namespace
 
 void FilmColours::Add(std::span<const Colour> picture) {
   constexpr std::size_t kEnough = 30000;
   if (AreFew()) {
     AddExactly(picture);
+    CountTurns(picture);
   }
   GifColour last = kTransparent;
   // How many of the pixels taken follow each other with the last colour, and one of them.
@@ -38,13 +50,28 @@ void FilmColours::Add(std::span<const Colour> picture) {
 }
 
 void FilmColours::AddExactly(std::span<const Colour> picture) {
-  GifColour last = kTransparent;
-  for (const Colour& pixel : picture) {
-    const GifColour colour = ToGifColour(pixel);
-    if (colour != last && colour != kTransparent && AreFew()) {
-      exact_.insert(colour);
+  for (std::size_t place = 0; place < picture.size() && AreFew();) {
+    const GifColour colour = ToGifColour(picture[place]);
+    const std::size_t start = place;
+    while (place < picture.size() && ToGifColour(picture[place]) == colour) {
+      ++place;
     }
-    last = colour;
+    if (colour != kTransparent) {
+      exact_[colour] += place - start;
+    }
+  }
+}
+
+void FilmColours::CountTurns(std::span<const Colour> picture) {
+  std::uint64_t last = 0;
+  for (std::size_t place = 0; place < before_.size(); ++place) {
+    const GifColour before = ToGifColour(before_[place]);
+    const GifColour now = ToGifColour(picture[place]);
+    const std::uint64_t turn = before == now ? 0 : std::uint64_t{before} << 32U | now;
+    if (turn != last && turn != 0) {
+      ++turns_[turn];
+    }
+    last = turn;
   }
 }
 
@@ -58,9 +85,8 @@ void FilmColours::CountChanges(std::span<const Colour> picture) {
 std::vector<Colour> FilmColours::Table() const {
   std::vector<Colour> table;
   if (AreFew()) {
-    for (const GifColour colour : exact_) {
-      table.push_back({static_cast<std::uint8_t>(colour), static_cast<std::uint8_t>(colour >> 8),
-                       static_cast<std::uint8_t>(colour >> 16)});
+    for (const auto& [colour, pixels] : exact_) {
+      table.push_back(ToColour(colour));
     }
     std::sort(table.begin(), table.end(),
               [](const Colour& a, const Colour& b) { return ToGifColour(a) < ToGifColour(b); });
@@ -71,4 +97,52 @@ std::vector<Colour> FilmColours::Table() const {
     table.emplace_back();
   }
   return table;
+}
+
+std::vector<Colour> FilmColours::TableFor(float bitPrice) const {
+  std::vector<Colour> table = Table();
+  if (!AreFew()) {
+    return table;
+  }
+  std::size_t tooFew = 0;
+  for (std::size_t enough = table.size(); enough - tooFew > 1;) {
+    const std::size_t middle = (tooFew + enough) / 2;
+    std::vector<Colour> fewer = counts_.Choose(middle);
+    if (IsWorth(fewer, bitPrice)) {
+      enough = middle;
+      table = std::move(fewer);
+    } else {
+      tooFew = middle;
+    }
+  }
+  return table;
+}
+
+// Each row of pixels that need not change then spares so much, and no pixel may be worse by more
+// than a code is worth.
+bool FilmColours::IsWorth(const std::vector<Colour>& table, float bitPrice) const {
+  constexpr float kBitsOfTurn = 6;
+  constexpr float kBitsOfCode = 14;
+  if (table.empty()) {
+    return false;
+  }
+  NearestColour nearest(table);
+  double error = 0;
+  for (const auto& [colour, pixels] : exact_) {
+    const int distance = nearest.Of(ToColour(colour)).distance;
+    if (static_cast<float>(distance) > kBitsOfCode * bitPrice) {
+      return false;
+    }
+    error += static_cast<double>(distance) * static_cast<double>(pixels);
+  }
+  double spared = 0;
+  for (const auto& [turn, times] : turns_) {
+    const auto before = static_cast<GifColour>(turn >> 32U);
+    const auto now = static_cast<GifColour>(turn);
+    if (before != kTransparent && now != kTransparent &&
+        nearest.Of(ToColour(before)).entry == nearest.Of(ToColour(now)).entry) {
+      spared += static_cast<double>(times);
+    }
+  }
+  return error <= spared * static_cast<double>(kBitsOfTurn * bitPrice);
 }

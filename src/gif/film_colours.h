@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "gif/colour_counts.h"
@@ -26,6 +26,10 @@ class FilmColours {
   // The colours that stand for those of all pictures best: 1 to kMost.
   std::vector<Colour> Table() const;
 
+  // Of few colours only as many as are worth it where a bit of the file is worth an error of
+  // `bitPrice`, as LossyImage has it: pixels that fade then change more rarely. Otherwise the same.
+  std::vector<Colour> TableFor(float bitPrice) const;
+
   // For how many pictures a pixel stands on an average, 1 or more.
   float LifeOf(std::size_t pixel) const {
     return static_cast<float>(pictures_) / (1 + static_cast<float>(changes_[pixel]));
@@ -35,12 +39,16 @@ class FilmColours {
 
  private:
   void AddExactly(std::span<const Colour> picture);
+  void CountTurns(std::span<const Colour> picture);
   void CountChanges(std::span<const Colour> picture);
+  bool IsWorth(const std::vector<Colour>& table, float bitPrice) const;
 
   std::size_t pictures_ = 0;
   std::vector<Colour> before_;
   std::vector<std::uint32_t> changes_;
   ColourCounts counts_{ColourCounts::Care::kThorough};
-  // The opaque colours, until there are too many.
-  std::unordered_set<std::uint32_t> exact_;
+  // The opaque colours and how many pixels have each, until there are too many colours.
+  std::unordered_map<std::uint32_t, std::size_t> exact_;
+  // How many rows of pixels became one colour from another: the later one in the low half.
+  std::unordered_map<std::uint64_t, std::size_t> turns_;
 };

@@ -12,7 +12,8 @@ namespace {
 
 // What a table costs, and how many times that it has to gain: finer colours are rarer too, which
 // makes strings shorter.
-constexpr double kTableBits = 256 * 3 * 8;
+constexpr double kMostEntries = 256;
+constexpr double kTableBits = kMostEntries * 3 * 8;
 constexpr double kGain = 4;
 // Without a price the smallest gain would do.
 constexpr double kLeastBitPrice = 0.3;
@@ -22,26 +23,59 @@ constexpr std::size_t kSamples = 30000;
 constexpr std::size_t kManySamples = 100000;
 constexpr std::size_t kLongestRest = 16;
 
-// Returns the error of all pixels.
-double MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours) {
+// What a table is to some pixels.
+struct Fit {
   double error = 0;
+  // The pixels that one of its colours makes better than they are, and by how much each does.
+  std::size_t needing = 0;
+  std::array<float, 256> gains = {};
+};
+
+Fit MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours) {
+  Fit fit;
   for (LossyPixel& pixel : pixels) {
     if (pixel.drawn != LossyPixel::kNever) {
       const auto [entry, distance] = colours.Of(pixel.wanted);
       pixel.nearest = entry;
       pixel.drawn = distance;
     }
-    error += static_cast<double>(pixel.weight * static_cast<float>(pixel.Least()));
+    fit.error += static_cast<double>(pixel.weight * static_cast<float>(pixel.Least()));
+    if (pixel.drawn < pixel.staying) {
+      fit.gains[pixel.nearest] += static_cast<float>(pixel.staying - pixel.drawn) * pixel.weight;
+      ++fit.needing;
+    }
   }
-  return error;
+  return fit;
 }
 
-double Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours) {
-  std::array<double, 2> errors = {};
+// Says in the pixels what the nearest entries are for them.
+Fit Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours) {
+  std::array<Fit, 2> fits = {};
   InHalves(pixels.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
-    errors[half] = MeasureSome(pixels.subspan(begin, end - begin), colours[half]);
+    fits[half] = MeasureSome(pixels.subspan(begin, end - begin), colours[half]);
   });
-  return errors[0] + errors[1];
+  fits[0].error += fits[1].error;
+  fits[0].needing += fits[1].needing;
+  for (std::size_t entry = 0; entry < fits[0].gains.size(); ++entry) {
+    fits[0].gains[entry] += fits[1].gains[entry];
+  }
+  return fits[0];
+}
+
+Fit Measure(std::span<LossyPixel> pixels, const std::vector<Colour>& table) {
+  std::array<NearestColour, 2> colours = {NearestColour(table), NearestColour(table)};
+  return Measure(pixels, colours);
+}
+
+// The colours of a table that gain more than `least`.
+std::vector<Colour> NeededOf(const std::vector<Colour>& table, const Fit& fit, double least) {
+  std::vector<Colour> needed;
+  for (std::size_t entry = 0; entry < table.size(); ++entry) {
+    if (fit.gains[entry] > least) {
+      needed.push_back(table[entry]);
+    }
+  }
+  return needed;
 }
 
 }  // namespace
@@ -70,25 +104,52 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
                                         : ColourCounts::Care::kQuick) {}
 
 FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
-  const double error = Measure(pixels, nearGlobal_);
-  const Choice global = {&global_, false};
-  if (isExact_ || rest_ > 0) {
-    rest_ -= rest_ > 0 ? 1 : 0;
-    return global;
-  }
-  if (error > tablePrice_) {
-    const std::vector<Colour> own = OwnOf(pixels);
-    std::array<NearestColour, 2> nearOwn = {NearestColour(own), NearestColour(own)};
-    if (error - Measure(pixels, nearOwn) > tablePrice_) {
+  // What is saved by narrower codes at the start of an image with many of them is more than a table
+  // of so many bits costs.
+  constexpr int kSmallBits = 5;
+  constexpr std::size_t kManyPixels = 10000;
+  const Fit ofGlobal = Measure(pixels, nearGlobal_);
+  if (TriesOwn(ofGlobal.error)) {
+    std::vector<Colour> own = OwnOf(pixels);
+    const Fit ofOwn = Measure(pixels, own);
+    if (ofGlobal.error - ofOwn.error > tablePrice_) {
+      rest_ = 0;
       nextRest_ = 1;
-      own_.emplace(own);
-      return {&*own_, true};
+      std::vector<Colour> needed = NeededOf(own, ofOwn, tablePrice_ / kMostEntries);
+      const bool isSmaller = LossyTableBits(needed) < LossyTableBits(own);
+      return isSmaller ? Own(std::move(needed), pixels) : Own(std::move(own));
     }
     Measure(pixels, nearGlobal_);
   }
+  if (ofGlobal.needing >= kManyPixels) {
+    std::vector<Colour> needed = NeededOf(Global(), ofGlobal, tablePrice_ / kMostEntries);
+    const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
+    if (!needed.empty() && LossyTableBits(needed) <= most) {
+      return Own(std::move(needed), pixels);
+    }
+  }
+  return {&global_, false};
+}
+
+// Whether a frame's own table is tried where the global one leaves this error.
+bool FrameTables::TriesOwn(double error) {
+  if (isExact_ || rest_ > 0) {
+    rest_ -= rest_ > 0 ? 1 : 0;
+    return false;
+  }
   rest_ = nextRest_;
   nextRest_ = std::min(nextRest_ * 2, kLongestRest);
-  return global;
+  return error > tablePrice_;
+}
+
+FrameTables::Choice FrameTables::Own(std::vector<Colour> table, std::span<LossyPixel> pixels) {
+  Measure(pixels, table);
+  return Own(std::move(table));
+}
+
+FrameTables::Choice FrameTables::Own(std::vector<Colour> table) {
+  own_.emplace(std::move(table));
+  return {&*own_, true};
 }
 
 // Those colours count that the screen does not show, and the others a little: they may be drawn

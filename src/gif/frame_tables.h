@@ -40,6 +40,9 @@ class FrameTables {
   Choice Choose(std::span<LossyPixel> pixels);
 
  private:
+  bool TriesOwn(double error);
+  Choice Own(std::vector<Colour> table);
+  Choice Own(std::vector<Colour> table, std::span<LossyPixel> pixels);
   std::vector<Colour> OwnOf(std::span<const LossyPixel> pixels);
 
   // One for each half of the pixels.

@@ -44,7 +44,7 @@ LossyGifWriter::LossyGifWriter(int width, int height, const FilmColours& film, f
       film_(film),
       bitPrice_(bitPrice),
       sink_(std::move(sink)),
-      tables_(film.Table(), film.AreFew(), bitPrice) {}
+      tables_(film.TableFor(bitPrice), film.AreFew(), bitPrice) {}
 
 void LossyGifWriter::Add(std::span<const Colour> picture, int delay) {
   if (pending_.empty()) {
