@@ -55,14 +55,26 @@ class NearestColour {
     Match match;
   };
 
+  // A list. The values of one channel stand together, so that some are taken at once.
+  struct Channels {
+    std::size_t count = 0;
+    const std::int16_t* red = nullptr;
+    const std::int16_t* green = nullptr;
+    const std::int16_t* blue = nullptr;
+    const std::int16_t* entries = nullptr;
+  };
+
+  static Channels ChannelsOf(std::span<const std::int16_t> list);
   static Match Nearest(std::span<const std::int16_t> list, const Colour& colour);
   Match Search(const Colour& colour);
-  std::uint32_t AddList(const Colour& colour);
+  std::vector<std::uint8_t> NearTo(const Colour& colour) const;
+  std::uint32_t AddList(const std::vector<std::uint8_t>& entries);
 
   std::vector<Colour> table_;
   std::vector<Found> found_;
   // Where each list begins in `lists_`; 0 for one that nobody has asked for.
   std::vector<std::uint32_t> starts_;
-  // Of each list how many entries it has, the red of each, the green, the blue, and the entries.
+  // First of all entries, then of those of each list: how many there are, the red of each, the
+  // green, the blue, and the entries.
   std::vector<std::int16_t> lists_;
 };
