@@ -51,7 +51,7 @@ Fit MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours) {
 // Says in the pixels what the nearest entries are for them.
 Fit Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours) {
   std::array<Fit, 2> fits = {};
-  InHalves(pixels.size(), [&](std::size_t half, std::size_t begin, std::size_t end) {
+  InHalves(pixels.size(), 1, [&](std::size_t half, std::size_t begin, std::size_t end) {
     fits[half] = MeasureSome(pixels.subspan(begin, end - begin), colours[half]);
   });
   fits[0].error += fits[1].error;

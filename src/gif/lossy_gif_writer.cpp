@@ -1,6 +1,7 @@
 #include "gif/lossy_gif_writer.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -123,7 +124,7 @@ void LossyGifWriter::Weigh(std::span<const Colour> next) {
     pixel.isNew = picturesDrawn_ == 0 || !IsSame(wanted, before_[place]);
     pixel.weight = IsSame(wanted, next[place]) ? std::max(1.0F, std::min(lives_[place], left)) : 1;
   };
-  InHalves(pixels_.size(), [&](std::size_t, std::size_t begin, std::size_t end) {
+  InHalves(pixels_.size(), 1, [&](std::size_t, std::size_t begin, std::size_t end) {
     for (std::size_t place = begin; place < end; ++place) {
       weigh(place);
     }
@@ -134,38 +135,56 @@ void LossyGifWriter::Weigh(std::span<const Colour> next) {
 // be cleared for `next`. Small errors of many pixels add up only where they are new: what stands
 // has been weighed when it was drawn.
 GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) const {
-  // What a pixel alone has to be worth, which is a code, and what a line has to.
-  constexpr float kBitsOfPixel = 14;
-  constexpr float kBitsOfLine = 24;
   std::vector<float> rows(static_cast<std::size_t>(height_));
-  std::vector<float> columns(static_cast<std::size_t>(width_));
-  const float bitPrice = std::max(bitPrice_, kLeastBitPrice);
-  std::size_t place = 0;
-  for (float& row : rows) {
-    for (float& column : columns) {
-      const LossyPixel& pixel = pixels_[place];
-      const bool clear = IsOpaque(pixel.wanted) && !IsOpaque(next[place]);
-      ++place;
-      if (pixel.staying == 0 && !clear) {
-        continue;
-      }
-      clears |= clear;
-      const bool must = clear || pixel.staying == LossyPixel::kNever;
-      const float error =
-          must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
-      float need = pixel.isNew ? error / kBitsOfLine : 0;
-      need = must || error > kBitsOfPixel ? 1 : need;
-      row += need;
-      column += need;
+  std::array<std::vector<float>, 2> columns;
+  std::array<bool, 2> clear = {};
+  const auto width = static_cast<std::size_t>(width_);
+  InHalves(rows.size(), width, [&](std::size_t half, std::size_t begin, std::size_t end) {
+    columns[half].resize(width);
+    for (std::size_t row = begin; row < end; ++row) {
+      clear[half] |= AddNeeds(next, row, rows[row], columns[half]);
     }
+  });
+  clears = clear[0] || clear[1];
+  for (std::size_t column = 0; column < columns[1].size(); ++column) {
+    columns[0][column] += columns[1][column];
   }
   const auto [top, bottom] = Needed(rows);
-  const auto [left, right] = Needed(columns);
+  const auto [left, right] = Needed(columns[0]);
   if (picturesDrawn_ == 0) {
     return {0, 0, width_, height_};
   }
   return bottom <= top || right <= left ? GifArea{}
                                         : GifArea{left, top, right - left, bottom - top};
+}
+
+// Adds what the pixels of a row are worth to that of the row and of the columns, 1 for a frame's
+// growth. Returns whether one has to be cleared for `next`.
+bool LossyGifWriter::AddNeeds(std::span<const Colour> next, std::size_t row, float& needOfRow,
+                              std::vector<float>& columns) const {
+  // What a pixel alone has to be worth, which is a code, and what a line has to.
+  constexpr float kBitsOfPixel = 14;
+  constexpr float kBitsOfLine = 24;
+  const float bitPrice = std::max(bitPrice_, kLeastBitPrice);
+  bool clears = false;
+  std::size_t place = row * columns.size();
+  for (float& column : columns) {
+    const LossyPixel& pixel = pixels_[place];
+    const bool clear = IsOpaque(pixel.wanted) && !IsOpaque(next[place]);
+    ++place;
+    if (pixel.staying == 0 && !clear) {
+      continue;
+    }
+    clears |= clear;
+    const bool must = clear || pixel.staying == LossyPixel::kNever;
+    const float error =
+        must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
+    float need = pixel.isNew ? error / kBitsOfLine : 0;
+    need = must || error > kBitsOfPixel ? 1 : need;
+    needOfRow += need;
+    column += need;
+  }
+  return clears;
 }
 
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.

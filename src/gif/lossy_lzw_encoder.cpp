@@ -38,11 +38,17 @@ class LossyLzwEncoder {
   Part Encode();
 
  private:
-  // A known string for the next pixels, and by how much it is better than none.
+  // A known string for the next pixels, and by how much it is better than none. Many are moved
+  // about, so it is small: no string has more pixels than there are codes.
   struct Way {
-    float gain = 0;
-    int code = 0;
-    std::uint32_t length = 0;
+    Way(float gained, int stringCode, int pixels)
+        : gain(gained),
+          code(static_cast<std::int16_t>(stringCode)),
+          length(static_cast<std::int16_t>(pixels)) {}
+
+    float gain;
+    std::int16_t code;
+    std::int16_t length;
   };
 
   Way BestWay(std::size_t start);
@@ -52,8 +58,8 @@ class LossyLzwEncoder {
   float Worth(const LossyPixel& pixel) const;
   int ErrorAs(const LossyPixel& pixel, int entry) const;
   float Cost(const LossyPixel& pixel, int entry) const;
-  void Learn(const Way& way, std::size_t start);
   void TakePixels(const Way& way);
+  void Learn(int length, int drawn, float errors);
 
   LossyImage image_;
   float bitPrice_;
@@ -99,10 +105,9 @@ Part LossyLzwEncoder::Encode() {
       strings_.Add(before_, first, made_);
     }
     TakePixels(way);
-    Learn(way, place);
     part_.codes.Write(way.code);
     before_ = way.code;
-    place += way.length;
+    place += static_cast<std::size_t>(way.length);
     if (part_.codes.NextCode() == LzwStrings::kLimit &&
         clearing.Pays(place, part_.codes.BitCount())) {
       part_.codes.Clear();
@@ -124,8 +129,9 @@ LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
     if (way.gain > best.gain) {
       best = way;
     }
-    if (way.gain >= best.gain - behind_ && way.length < rest.size()) {
-      GoOn(way, rest[way.length], best.gain - behind_);
+    const auto next = static_cast<std::size_t>(way.length);
+    if (way.gain >= best.gain - behind_ && next < rest.size()) {
+      GoOn(way, rest[next], best.gain - behind_);
     }
   }
   return best;
@@ -155,11 +161,12 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
 }
 
 // Adds the ways that go on from one by a pixel, those behind `least` left out.
-void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least) {
+void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& next, float least) {
   int code = strings_.LastLonger(way.code);
   if (way.code == made_ || (code == LzwStrings::kNone && way.code != before_)) {
     return;
   }
+  const LossyPixel pixel = next;
   const float gain = way.gain + Worth(pixel);
   const float most = gain - std::max(least, way.gain - behind_);
   if (most < 0) {
@@ -188,12 +195,11 @@ void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least)
   }
 }
 
-// Puts a way among those from `known` on, after the worse and the equal ones.
+// Adds a way to those from `known` on, so that the best of them is the last.
 void LossyLzwEncoder::AddWay(const Way& way, std::size_t known) {
   ways_.push_back(way);
-  for (std::size_t place = ways_.size() - 1;
-       place > known && ways_[place - 1].gain > ways_[place].gain; --place) {
-    std::swap(ways_[place - 1], ways_[place]);
+  if (const std::size_t last = ways_.size() - 1; last > known && ways_[last - 1].gain > way.gain) {
+    std::swap(ways_[last - 1], ways_[last]);
   }
 }
 
@@ -221,36 +227,36 @@ float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
   return more > kCodeBits * bitPrice_ ? kForbidden : more * pixel.weight;
 }
 
+// Has the pixels of a string, and learns from what they cost.
 void LossyLzwEncoder::TakePixels(const Way& way) {
   const std::size_t known = part_.entries.size();
-  part_.entries.resize(known + way.length);
+  part_.entries.resize(known + static_cast<std::size_t>(way.length));
   int code = way.code;
-  for (std::size_t place = part_.entries.size(); place > known; code = strings_.ShorterOf(code)) {
-    part_.entries[--place] = static_cast<std::uint8_t>(strings_.LastOf(code));
-  }
-}
-
-// Brings the prices up to date with a string.
-void LossyLzwEncoder::Learn(const Way& way, std::size_t start) {
-  constexpr float kNew = 0.004F;
-  constexpr float kMostBits = 6;
-  constexpr float kMostAtOnce = 32;
-  float drawn = 0;
+  int drawn = 0;
   float errors = 0;
-  for (std::size_t place = start; place < start + way.length; ++place) {
-    if (part_.entries[place] != image_.transparent) {
-      drawn += 1;
-      errors += Cost(image_.pixels[place], part_.entries[place]);
+  for (std::size_t place = part_.entries.size(); place > known; code = strings_.ShorterOf(code)) {
+    const int entry = strings_.LastOf(code);
+    part_.entries[--place] = static_cast<std::uint8_t>(entry);
+    if (entry != image_.transparent) {
+      ++drawn;
+      errors += Cost(image_.pixels[place], entry);
     }
   }
-  const auto length = static_cast<float>(way.length);
-  const float bits = bitPrice_ * kCodeBits / length;
-  const auto learn = [&](float& price, float pixels, float each) {
-    const float share = kNew * std::min(pixels, kMostAtOnce);
+  Learn(way.length, drawn, errors);
+}
+
+// Brings the prices up to date with a string of which so many pixels are drawn, with such errors.
+void LossyLzwEncoder::Learn(int length, int drawn, float errors) {
+  constexpr float kNew = 0.004F;
+  constexpr float kMostBits = 6;
+  constexpr int kMostAtOnce = 32;
+  const float bits = bitPrice_ * kCodeBits / static_cast<float>(length);
+  const auto learn = [&](float& price, int pixels, float each) {
+    const float share = kNew * static_cast<float>(std::min(pixels, kMostAtOnce));
     price += (std::min(each, kMostBits * bitPrice_) - price) * share / (1 + share);
   };
   if (drawn > 0) {
-    learn(priceDrawn_, drawn, bits + errors / drawn);
+    learn(priceDrawn_, drawn, bits + errors / static_cast<float>(drawn));
   }
   if (drawn < length) {
     learn(priceStaying_, length - drawn, bits);
