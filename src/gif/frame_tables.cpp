@@ -31,8 +31,7 @@ struct Fit {
   std::array<float, 256> gains = {};
 };
 
-Fit MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours) {
-  Fit fit;
+void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, Fit& fit) {
   for (LossyPixel& pixel : pixels) {
     if (pixel.drawn != LossyPixel::kNever) {
       const auto [entry, distance] = colours.Of(pixel.wanted);
@@ -45,14 +44,21 @@ Fit MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours) {
       ++fit.needing;
     }
   }
-  return fit;
 }
 
-// Says in the pixels what the nearest entries are for them.
-Fit Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours) {
+// Says in the pixels what the nearest entries are for them, some at a time after `fill` had them,
+// so that they are still in the cache.
+Fit Measure(
+    std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours,
+    const FrameTables::Fill& fill = [](std::size_t, std::size_t) {}) {
+  constexpr std::size_t kAtOnce = 1024;
   std::array<Fit, 2> fits = {};
   InHalves(pixels.size(), 1, [&](std::size_t half, std::size_t begin, std::size_t end) {
-    fits[half] = MeasureSome(pixels.subspan(begin, end - begin), colours[half]);
+    for (; begin < end; begin += kAtOnce) {
+      const std::size_t count = std::min(kAtOnce, end - begin);
+      fill(begin, begin + count);
+      MeasureSome(pixels.subspan(begin, count), colours[half], fits[half]);
+    }
   });
   fits[0].error += fits[1].error;
   fits[0].needing += fits[1].needing;
@@ -103,12 +109,12 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
       counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
                                         : ColourCounts::Care::kQuick) {}
 
-FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels) {
+FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill& fill) {
   // What is saved by narrower codes at the start of an image with many of them is more than a table
   // of so many bits costs.
   constexpr int kSmallBits = 5;
   constexpr std::size_t kManyPixels = 10000;
-  const Fit ofGlobal = Measure(pixels, nearGlobal_);
+  const Fit ofGlobal = Measure(pixels, nearGlobal_, fill);
   if (TriesOwn(ofGlobal.error)) {
     std::vector<Colour> own = OwnOf(pixels);
     const Fit ofOwn = Measure(pixels, own);

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -35,9 +36,12 @@ class FrameTables {
 
   const std::vector<Colour>& Global() const { return global_.Table(); }
 
-  // Chooses the table of a frame and says in `pixels` what its entries are for them. The choice
-  // holds until the next one.
-  Choice Choose(std::span<LossyPixel> pixels);
+  // Fills the pixels from the first place up to the second, but for what the table makes of them.
+  using Fill = std::function<void(std::size_t, std::size_t)>;
+
+  // Chooses the table of a frame and says in `pixels` what its entries are for them. `fill` is
+  // called on two threads, for all of them. The choice holds until the next one.
+  Choice Choose(std::span<LossyPixel> pixels, const Fill& fill);
 
  private:
   bool TriesOwn(double error);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <utility>
 
@@ -19,7 +20,11 @@ bool IsOpaque(const Colour& colour) {
 }
 
 bool IsSame(const Colour& a, const Colour& b) {
-  return ToGifColour(a) == ToGifColour(b);
+  return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+}
+
+int StayingError(const Colour& wanted, const Colour& shown) {
+  return wanted.alpha == shown.alpha ? ColourDistance(wanted, shown) : LossyPixel::kNever;
 }
 
 // The first line that has enough need to be drawn, and the one after the last.
@@ -83,8 +88,8 @@ void LossyGifWriter::Start() {
 
 // Draws the pending picture so that `next` can follow it.
 void LossyGifWriter::Draw(std::span<const Colour> next) {
-  Weigh(next);
-  const FrameTables::Choice choice = tables_.Choose(pixels_);
+  const FrameTables::Choice choice =
+      tables_.Choose(pixels_, [&](std::size_t begin, std::size_t end) { Weigh(next, begin, end); });
   bool clears = false;
   GifArea area = AreaToDraw(next, clears);
   ++picturesDrawn_;
@@ -109,26 +114,18 @@ void LossyGifWriter::Draw(std::span<const Colour> next) {
   }
 }
 
-// Says of each pixel of the pending picture what it should be, and what errors count.
-void LossyGifWriter::Weigh(std::span<const Colour> next) {
+// Says of some pixels of the pending picture what they should be, and what errors count.
+void LossyGifWriter::Weigh(std::span<const Colour> next, std::size_t begin, std::size_t end) {
   const auto left = static_cast<float>(film_.Pictures() - picturesDrawn_);
-  const auto weigh = [&](std::size_t place) {
+  for (std::size_t place = begin; place < end; ++place) {
     const Colour& wanted = pending_[place];
-    const Colour& shown = screen_[place];
     LossyPixel& pixel = pixels_[place];
     pixel.wanted = wanted;
     pixel.drawn = IsOpaque(wanted) ? 0 : LossyPixel::kNever;
-    pixel.staying = IsOpaque(wanted) != IsOpaque(shown) ? LossyPixel::kNever
-                    : IsOpaque(wanted)                  ? ColourDistance(wanted, shown)
-                                                        : 0;
+    pixel.staying = StayingError(wanted, screen_[place]);
     pixel.isNew = picturesDrawn_ == 0 || !IsSame(wanted, before_[place]);
     pixel.weight = IsSame(wanted, next[place]) ? std::max(1.0F, std::min(lives_[place], left)) : 1;
-  };
-  InHalves(pixels_.size(), 1, [&](std::size_t, std::size_t begin, std::size_t end) {
-    for (std::size_t place = begin; place < end; ++place) {
-      weigh(place);
-    }
-  });
+  }
 }
 
 // Leaves out rows and columns of which nothing is worth a frame's growth, and takes in what has to
@@ -217,11 +214,15 @@ std::span<const LossyPixel> LossyGifWriter::PixelsOf(const GifArea& area) {
   if (area.width == width_) {
     return {rowAt(area.top), rowAt(area.top + area.height)};
   }
-  part_.clear();
-  for (int row = area.top; row < area.top + area.height; ++row) {
-    const auto first = rowAt(row) + area.left;
-    part_.insert(part_.end(), first, first + area.width);
-  }
+  const auto width = static_cast<std::size_t>(area.width);
+  const auto height = static_cast<std::size_t>(area.height);
+  part_.resize(height * width);
+  InHalves(height, width, [&](std::size_t, std::size_t begin, std::size_t end) {
+    for (std::size_t row = begin; row < end; ++row) {
+      std::copy_n(rowAt(area.top + static_cast<int>(row)) + area.left, width,
+                  part_.begin() + static_cast<std::ptrdiff_t>(row * width));
+    }
+  });
   return part_;
 }
 

@@ -30,8 +30,8 @@ class LossyGifWriter {
   // cannot be gone on with.
   LossyGifWriter(int width, int height, const FilmColours& film, float bitPrice, GifSink sink);
 
-  // Adds a picture, the pixels row by row, alpha 0 or 255, to be shown for `delay` hundredths of a
-  // second, 2 or more.
+  // Adds a picture, the pixels row by row, alpha 255 or all 0, to be shown for `delay` hundredths
+  // of a second, 2 or more.
   void Add(std::span<const Colour> picture, int delay);
 
   // Writes what is left of the animation, which has a picture. Nothing may be added after it.
@@ -47,7 +47,7 @@ class LossyGifWriter {
 
   void Start();
   void Draw(std::span<const Colour> next);
-  void Weigh(std::span<const Colour> next);
+  void Weigh(std::span<const Colour> next, std::size_t begin, std::size_t end);
   GifArea AreaToDraw(std::span<const Colour> next, bool& clears) const;
   bool AddNeeds(std::span<const Colour> next, std::size_t row, float& needOfRow,
                 std::vector<float>& columns) const;
