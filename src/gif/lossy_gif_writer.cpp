@@ -187,8 +187,8 @@ bool LossyGifWriter::AddNeeds(std::span<const Colour> next, std::size_t row, flo
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.
 std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choice& choice) {
   // Whose strings are cleared some times anyway.
-  constexpr std::size_t kLongBytes = 4000;
-  constexpr std::size_t kLongPixels = 10000;
+  constexpr std::size_t kLongBytes = 8000;
+  constexpr std::size_t kLongPixels = 60000;
   const std::vector<Colour>& table = choice.colours->Table();
   LossyImage image;
   image.pixels = PixelsOf(area);
