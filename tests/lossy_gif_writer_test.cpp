@@ -142,6 +142,7 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
   Film film;
   for (int number = 0; number < 40; ++number) {
     Picture picture;
+    picture.reserve(std::size_t{64} * 64);
     for (int place = 0; place < 64 * 64; ++place) {
       const auto bar = static_cast<std::uint8_t>(place % 64 / 8);
       picture.push_back(
@@ -158,9 +159,9 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
 // Greys that go on by a step in each picture: all pixels as one, or each from a step of its own.
 Film Steps(bool asOne) {
   std::mt19937 random(7);
-  std::vector<unsigned> starts;
-  for (int place = 0; place < 64 * 64; ++place) {
-    starts.push_back(asOne ? 0 : static_cast<unsigned>(random() % 16));
+  std::vector<unsigned> starts(std::size_t{64} * 64);
+  for (unsigned& start : starts) {
+    start = asOne ? 0 : static_cast<unsigned>(random() % 16);
   }
   Film film;
   for (unsigned number = 0; number < 32; ++number) {

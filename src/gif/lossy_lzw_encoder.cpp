@@ -161,12 +161,11 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
 }
 
 // Adds the ways that go on from one by a pixel, those behind `least` left out.
-void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& next, float least) {
+void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least) {
   int code = strings_.LastLonger(way.code);
   if (way.code == made_ || (code == LzwStrings::kNone && way.code != before_)) {
     return;
   }
-  const LossyPixel pixel = next;
   const float gain = way.gain + Worth(pixel);
   const float most = gain - std::max(least, way.gain - behind_);
   if (most < 0) {
