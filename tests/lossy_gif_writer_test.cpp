@@ -156,8 +156,9 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
   EXPECT_EQ(ErrorOf(written.shown.back(), film.back().first), 0);
 }
 
-// Greys that go on by a step in each picture: all pixels as one, or each from a step of its own.
-Film Steps(bool asOne) {
+// Greys that go on by a step in each picture: all pixels as one, or each from a step of its own;
+// and a pixel that stands.
+Film Steps(bool asOne, const Colour& standing) {
   std::mt19937 random(7);
   std::vector<unsigned> starts(std::size_t{64} * 64);
   for (unsigned& start : starts) {
@@ -170,6 +171,7 @@ Film Steps(bool asOne) {
       const auto level = static_cast<std::uint8_t>((start + number) % 16 * 6);
       picture.push_back({level, level, level});
     }
+    picture.front() = standing;
     film.emplace_back(picture, 8);
   }
   return film;
@@ -179,11 +181,18 @@ TEST(FilmColours, FewAreMadeFewerWherePixelsThenChangeMoreRarely) {
   const struct {
     bool asOne;
     float bitPrice;
+    Colour standing;
     std::size_t least, most;
-  } kCases[] = {{false, 0, 16, 16}, {false, 20, 4, 8}, {true, 20, 16, 16}};
+  } kCases[] = {
+      {false, 0, {0, 0, 0}, 16, 16},
+      {false, 20, {0, 0, 0}, 4, 8},
+      {true, 20, {0, 0, 0}, 16, 16},
+      // Rare, and like none of the others.
+      {false, 20, {45, 0, 90}, 10, 17},
+  };
   for (const auto& c : kCases) {
     FilmColours colours;
-    for (const auto& [picture, delay] : Steps(c.asOne)) {
+    for (const auto& [picture, delay] : Steps(c.asOne, c.standing)) {
       colours.Add(picture);
     }
     const std::vector<Colour> table = colours.TableFor(c.bitPrice);

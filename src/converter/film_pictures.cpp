@@ -15,8 +15,8 @@
 namespace animate {
 namespace {
 
-// As much as the converter takes at most beside a writer, so keeping pictures makes no run need
-// more than one that does not keep them.
+// About what the converter takes beside the writer of a large film, which it does not here: both
+// kinds need nearly the same.
 constexpr std::size_t kMostKeptBytes = 64U << 20U;
 
 constexpr const char* kWholePixels = "format=rgba";

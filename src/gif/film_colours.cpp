@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "gif/gif_colours.h"
+#include "gif/lossy_lzw_encoder.h"
 #include "gif/nearest_colour.h"
 #include "gif/sampled_places.h"
 
@@ -122,7 +123,6 @@ std::vector<Colour> FilmColours::TableFor(float bitPrice) const {
 // than a code is worth.
 bool FilmColours::IsWorth(const std::vector<Colour>& table, float bitPrice) const {
   constexpr float kBitsOfTurn = 6;
-  constexpr float kBitsOfCode = 14;
   if (table.empty()) {
     return false;
   }

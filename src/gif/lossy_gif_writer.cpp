@@ -19,6 +19,7 @@ bool IsOpaque(const Colour& colour) {
   return colour.alpha != 0;
 }
 
+// Transparent ones are all 0.
 bool IsSame(const Colour& a, const Colour& b) {
   return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
 }
@@ -159,8 +160,7 @@ GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) c
 // growth. Returns whether one has to be cleared for `next`.
 bool LossyGifWriter::AddNeeds(std::span<const Colour> next, std::size_t row, float& needOfRow,
                               std::vector<float>& columns) const {
-  // What a pixel alone has to be worth, which is a code, and what a line has to.
-  constexpr float kBitsOfPixel = 14;
+  // What a line has to be worth; a pixel alone has to be worth a code.
   constexpr float kBitsOfLine = 24;
   const float bitPrice = std::max(bitPrice_, kLeastBitPrice);
   bool clears = false;
@@ -177,7 +177,7 @@ bool LossyGifWriter::AddNeeds(std::span<const Colour> next, std::size_t row, flo
     const float error =
         must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
     float need = pixel.isNew ? error / kBitsOfLine : 0;
-    need = must || error > kBitsOfPixel ? 1 : need;
+    need = must || error > kBitsOfCode ? 1 : need;
     needOfRow += need;
     column += need;
   }
@@ -186,7 +186,7 @@ bool LossyGifWriter::AddNeeds(std::span<const Colour> next, std::size_t row, flo
 
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.
 std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choice& choice) {
-  // Whose strings are cleared some times anyway.
+  // The second half of a smaller one would have to learn too much again of what repeats itself.
   constexpr std::size_t kLongBytes = 8000;
   constexpr std::size_t kLongPixels = 60000;
   const std::vector<Colour>& table = choice.colours->Table();

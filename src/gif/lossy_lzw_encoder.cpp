@@ -13,8 +13,6 @@
 
 namespace {
 
-// The width of a code, and its part of the clearings and of strings that nothing comes of.
-constexpr float kCodeBits = 14;
 // Ways that are behind the best by so many bits are given up.
 constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
@@ -172,7 +170,7 @@ void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least)
     return;
   }
   const int leastError = pixel.Least();
-  const float mostMore = std::min(most / pixel.weight, kCodeBits * bitPrice_);
+  const float mostMore = std::min(most / pixel.weight, kBitsOfCode * bitPrice_);
   const int mostError = leastError + static_cast<int>(std::min(mostMore, kMostDistance));
   const std::size_t known = ways_.size();
   const auto add = [&](int longer, int entry) {
@@ -223,7 +221,7 @@ int LossyLzwEncoder::ErrorAs(const LossyPixel& pixel, int entry) const {
 // What the error of a pixel as this entry costs above the least.
 float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
   const auto more = static_cast<float>(ErrorAs(pixel, entry) - pixel.Least());
-  return more > kCodeBits * bitPrice_ ? kForbidden : more * pixel.weight;
+  return more > kBitsOfCode * bitPrice_ ? kForbidden : more * pixel.weight;
 }
 
 // Has the pixels of a string, and learns from what they cost.
@@ -249,7 +247,7 @@ void LossyLzwEncoder::Learn(int length, int drawn, float errors) {
   constexpr float kNew = 0.004F;
   constexpr float kMostBits = 6;
   constexpr int kMostAtOnce = 32;
-  const float bits = bitPrice_ * kCodeBits / static_cast<float>(length);
+  const float bits = bitPrice_ * kBitsOfCode / static_cast<float>(length);
   const auto learn = [&](float& price, int pixels, float each) {
     const float share = kNew * static_cast<float>(std::min(pixels, kMostAtOnce));
     price += (std::min(each, kMostBits * bitPrice_) - price) * share / (1 + share);

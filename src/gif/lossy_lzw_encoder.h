@@ -11,6 +11,10 @@
 #include "gif/colour_neighbours.h"
 #include "gif/indexed_picture.h"
 
+// What a code costs in bits: its width, and its part of the clearings and of strings that nothing
+// comes of.
+inline constexpr float kBitsOfCode = 14;
+
 // What a pixel should be, and what its errors cost. Errors are colour distances.
 struct LossyPixel {
   static constexpr int kNever = std::numeric_limits<int>::max();
