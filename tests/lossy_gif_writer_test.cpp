@@ -144,6 +144,11 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
     Picture picture;
     picture.reserve(std::size_t{64} * 64);
     for (int place = 0; place < 64 * 64; ++place) {
+      if (place < 32 * 64) {
+        // Of many colours, and stands.
+        picture.push_back({200, static_cast<std::uint8_t>(place % 150), 255});
+        continue;
+      }
       const auto bar = static_cast<std::uint8_t>(place % 64 / 8);
       picture.push_back(
           {static_cast<std::uint8_t>(number * 6), static_cast<std::uint8_t>(bar * 30), bar});
