@@ -23,6 +23,9 @@ constexpr std::size_t kSamples = 30000;
 constexpr std::size_t kManySamples = 100000;
 constexpr std::size_t kLongestRest = 16;
 
+// For pixels that are.
+void NothingToFill(std::size_t, std::size_t) {}
+
 // What a table is to some pixels.
 struct Fit {
   double error = 0;
@@ -48,9 +51,8 @@ void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, Fit& fit)
 
 // Says in the pixels what the nearest entries are for them, some at a time after `fill` had them,
 // so that they are still in the cache.
-Fit Measure(
-    std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours,
-    const FrameTables::Fill& fill = [](std::size_t, std::size_t) {}) {
+Fit Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours,
+            const FrameTables::Fill& fill) {
   constexpr std::size_t kAtOnce = 1024;
   std::array<Fit, 2> fits = {};
   InHalves(pixels.size(), 1, [&](std::size_t half, std::size_t begin, std::size_t end) {
@@ -68,9 +70,10 @@ Fit Measure(
   return fits[0];
 }
 
-Fit Measure(std::span<LossyPixel> pixels, const std::vector<Colour>& table) {
+Fit Measure(std::span<LossyPixel> pixels, const std::vector<Colour>& table,
+            const FrameTables::Fill& fill) {
   std::array<NearestColour, 2> colours = {NearestColour(table), NearestColour(table)};
-  return Measure(pixels, colours);
+  return Measure(pixels, colours, fill);
 }
 
 // The colours of a table that gain more than `least`.
@@ -114,62 +117,75 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
   // of so many bits costs.
   constexpr int kSmallBits = 5;
   constexpr std::size_t kManyPixels = 10000;
-  const Fit ofGlobal = Measure(pixels, nearGlobal_, fill);
-  if (TriesOwn(ofGlobal.error)) {
-    std::vector<Colour> own = OwnOf(pixels);
-    const Fit ofOwn = Measure(pixels, own);
-    if (ofGlobal.error - ofOwn.error > tablePrice_) {
+  if (TriesOwn()) {
+    if (std::vector<Colour> own = OwnFor(pixels, fill); !own.empty()) {
       rest_ = 0;
       nextRest_ = 1;
-      std::vector<Colour> needed = NeededOf(own, ofOwn, tablePrice_ / kMostEntries);
-      const bool isSmaller = LossyTableBits(needed) < LossyTableBits(own);
-      return isSmaller ? Own(std::move(needed), pixels) : Own(std::move(own));
+      return Own(std::move(own), pixels, fill);
     }
-    Measure(pixels, nearGlobal_);
   }
+  const Fit ofGlobal = Measure(pixels, nearGlobal_, fill);
   if (ofGlobal.needing >= kManyPixels) {
     std::vector<Colour> needed = NeededOf(Global(), ofGlobal, tablePrice_ / kMostEntries);
     const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
     if (!needed.empty() && LossyTableBits(needed) <= most) {
-      return Own(std::move(needed), pixels);
+      return Own(std::move(needed), pixels, NothingToFill);
     }
   }
   return {&global_, false};
 }
 
-// Whether a frame's own table is tried where the global one leaves this error.
-bool FrameTables::TriesOwn(double error) {
+// Whether a table of the next frame's own is tried.
+bool FrameTables::TriesOwn() {
   if (isExact_ || rest_ > 0) {
     rest_ -= rest_ > 0 ? 1 : 0;
     return false;
   }
   rest_ = nextRest_;
   nextRest_ = std::min(nextRest_ * 2, kLongestRest);
-  return error > tablePrice_;
+  return true;
 }
 
-FrameTables::Choice FrameTables::Own(std::vector<Colour> table, std::span<LossyPixel> pixels) {
-  Measure(pixels, table);
-  return Own(std::move(table));
-}
-
-FrameTables::Choice FrameTables::Own(std::vector<Colour> table) {
+FrameTables::Choice FrameTables::Own(std::vector<Colour> table, std::span<LossyPixel> pixels,
+                                     const Fill& fill) {
+  Measure(pixels, table, fill);
   own_.emplace(std::move(table));
   return {&*own_, true};
 }
 
+// The table that gains enough on the global one to be a frame's own; none when there is none.
+std::vector<Colour> FrameTables::OwnFor(std::span<LossyPixel> pixels, const Fill& fill) {
+  sample_.clear();
+  ForSampledPlaces(pixels.size(), samples_, 0, [&](std::size_t place) {
+    fill(place, place + 1);
+    sample_.push_back(pixels[place]);
+  });
+  const double price = tablePrice_ * static_cast<double>(sample_.size()) /
+                       static_cast<double>(pixels.size());
+  const double ofGlobal = Measure(sample_, nearGlobal_, NothingToFill).error;
+  if (ofGlobal <= price) {
+    return {};
+  }
+  std::vector<Colour> own = OwnOfSample();
+  const Fit ofOwn = Measure(sample_, own, NothingToFill);
+  if (ofGlobal - ofOwn.error <= price) {
+    return {};
+  }
+  std::vector<Colour> needed = NeededOf(own, ofOwn, price / kMostEntries);
+  return LossyTableBits(needed) < LossyTableBits(own) ? needed : own;
+}
+
 // Those colours count that the screen does not show, and the others a little: they may be drawn
 // where that is shorter.
-std::vector<Colour> FrameTables::OwnOf(std::span<const LossyPixel> pixels) {
+std::vector<Colour> FrameTables::OwnOfSample() {
   constexpr double kFullError = 20;
   constexpr double kLeastCount = 0.02;
   counts_.Clear();
-  ForSampledPlaces(pixels.size(), samples_, 0, [&](std::size_t place) {
-    const LossyPixel& pixel = pixels[place];
+  for (const LossyPixel& pixel : sample_) {
     if (pixel.drawn != LossyPixel::kNever) {
       const double need = std::min(1.0, pixel.staying / kFullError);
       counts_.Add(pixel.wanted, need + kLeastCount);
     }
-  });
+  }
   return counts_.Choose(FilmColours::kMost);
 }

@@ -40,22 +40,23 @@ class FrameTables {
   using Fill = std::function<void(std::size_t, std::size_t)>;
 
   // Chooses the table of a frame and says in `pixels` what its entries are for them. `fill` is
-  // called on two threads, for all of them. The choice holds until the next one.
+  // called on two threads, for all of them and for some more than once. The choice holds until the next one.
   Choice Choose(std::span<LossyPixel> pixels, const Fill& fill);
 
  private:
-  bool TriesOwn(double error);
-  Choice Own(std::vector<Colour> table);
-  Choice Own(std::vector<Colour> table, std::span<LossyPixel> pixels);
-  std::vector<Colour> OwnOf(std::span<const LossyPixel> pixels);
+  bool TriesOwn();
+  Choice Own(std::vector<Colour> table, std::span<LossyPixel> pixels, const Fill& fill);
+  std::vector<Colour> OwnFor(std::span<LossyPixel> pixels, const Fill& fill);
+  std::vector<Colour> OwnOfSample();
 
   // One for each half of the pixels.
   std::array<NearestColour, 2> nearGlobal_;
   ColourNeighbours global_;
   bool isExact_;
   double tablePrice_;
-  // How many pixels are counted.
+  // How many pixels tell which table is the better one, and they.
   std::size_t samples_;
+  std::vector<LossyPixel> sample_;
   ColourCounts counts_;
   std::optional<ColourNeighbours> own_;
   // For how many frames none of their own is tried, since it was tried in vain, and for how many it

@@ -6,14 +6,13 @@
 #include <cmath>
 #include <utility>
 
+#include "gif/area_to_draw.h"
 #include "gif/halves.h"
 
 namespace {
 
 constexpr int kLeave = 1;
 constexpr int kClear = 2;
-// Below the price of any error, so that without a price every error is too much.
-constexpr float kLeastBitPrice = 1e-3F;
 
 bool IsOpaque(const Colour& colour) {
   return colour.alpha != 0;
@@ -26,14 +25,6 @@ bool IsSame(const Colour& a, const Colour& b) {
 
 int StayingError(const Colour& wanted, const Colour& shown) {
   return wanted.alpha == shown.alpha ? ColourDistance(wanted, shown) : LossyPixel::kNever;
-}
-
-// The first line that has enough need to be drawn, and the one after the last.
-std::pair<int, int> Needed(const std::vector<float>& needs) {
-  const auto enough = [](float need) { return need >= 1; };
-  const auto first = std::find_if(needs.begin(), needs.end(), enough);
-  const auto last = std::find_if(needs.rbegin(), needs.rend(), enough);
-  return {static_cast<int>(first - needs.begin()), static_cast<int>(needs.rend() - last)};
 }
 
 }  // namespace
@@ -91,8 +82,10 @@ void LossyGifWriter::Start() {
 void LossyGifWriter::Draw(std::span<const Colour> next) {
   const FrameTables::Choice choice =
       tables_.Choose(pixels_, [&](std::size_t begin, std::size_t end) { Weigh(next, begin, end); });
-  bool clears = false;
-  GifArea area = AreaToDraw(next, clears);
+  auto [area, clears] = FindAreaToDraw(pixels_, next, width_, bitPrice_);
+  if (picturesDrawn_ == 0) {
+    area = {0, 0, width_, height_};
+  }
   ++picturesDrawn_;
   if (area.width == 0 && frame_.control.disposal != kClear) {
     frame_.delay += delay_;
@@ -127,61 +120,6 @@ void LossyGifWriter::Weigh(std::span<const Colour> next, std::size_t begin, std:
     pixel.isNew = picturesDrawn_ == 0 || !IsSame(wanted, before_[place]);
     pixel.weight = IsSame(wanted, next[place]) ? std::max(1.0F, std::min(lives_[place], left)) : 1;
   }
-}
-
-// Leaves out rows and columns of which nothing is worth a frame's growth, and takes in what has to
-// be cleared for `next`. Small errors of many pixels add up only where they are new: what stands
-// has been weighed when it was drawn.
-GifArea LossyGifWriter::AreaToDraw(std::span<const Colour> next, bool& clears) const {
-  std::vector<float> rows(static_cast<std::size_t>(height_));
-  std::array<std::vector<float>, 2> columns;
-  std::array<bool, 2> clear = {};
-  const auto width = static_cast<std::size_t>(width_);
-  InHalves(rows.size(), width, [&](std::size_t half, std::size_t begin, std::size_t end) {
-    columns[half].resize(width);
-    for (std::size_t row = begin; row < end; ++row) {
-      clear[half] |= AddNeeds(next, row, rows[row], columns[half]);
-    }
-  });
-  clears = clear[0] || clear[1];
-  for (std::size_t column = 0; column < columns[1].size(); ++column) {
-    columns[0][column] += columns[1][column];
-  }
-  const auto [top, bottom] = Needed(rows);
-  const auto [left, right] = Needed(columns[0]);
-  if (picturesDrawn_ == 0) {
-    return {0, 0, width_, height_};
-  }
-  return bottom <= top || right <= left ? GifArea{}
-                                        : GifArea{left, top, right - left, bottom - top};
-}
-
-// Adds what the pixels of a row are worth to that of the row and of the columns, 1 for a frame's
-// growth. Returns whether one has to be cleared for `next`.
-bool LossyGifWriter::AddNeeds(std::span<const Colour> next, std::size_t row, float& needOfRow,
-                              std::vector<float>& columns) const {
-  // What a line has to be worth; a pixel alone has to be worth a code.
-  constexpr float kBitsOfLine = 24;
-  const float bitPrice = std::max(bitPrice_, kLeastBitPrice);
-  bool clears = false;
-  std::size_t place = row * columns.size();
-  for (float& column : columns) {
-    const LossyPixel& pixel = pixels_[place];
-    const bool clear = IsOpaque(pixel.wanted) && !IsOpaque(next[place]);
-    ++place;
-    if (pixel.staying == 0 && !clear) {
-      continue;
-    }
-    clears |= clear;
-    const bool must = clear || pixel.staying == LossyPixel::kNever;
-    const float error =
-        must ? 0 : static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight / bitPrice;
-    float need = pixel.isNew ? error / kBitsOfLine : 0;
-    need = must || error > kBitsOfCode ? 1 : need;
-    needOfRow += need;
-    column += need;
-  }
-  return clears;
 }
 
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.

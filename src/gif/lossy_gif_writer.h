@@ -48,9 +48,6 @@ class LossyGifWriter {
   void Start();
   void Draw(std::span<const Colour> next);
   void Weigh(std::span<const Colour> next, std::size_t begin, std::size_t end);
-  GifArea AreaToDraw(std::span<const Colour> next, bool& clears) const;
-  bool AddNeeds(std::span<const Colour> next, std::size_t row, float& needOfRow,
-                std::vector<float>& columns) const;
   std::string ImageOf(const GifArea& area, const FrameTables::Choice& choice);
   std::span<const LossyPixel> PixelsOf(const GifArea& area);
   void Show(const GifArea& area, const std::vector<std::uint8_t>& entries,

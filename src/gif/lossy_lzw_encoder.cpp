@@ -16,7 +16,7 @@ namespace {
 // Ways that are behind the best by so many bits are given up.
 constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
-constexpr int kMostWays = 400;
+constexpr int kMostSteps = 400;
 constexpr float kForbidden = 1e30F;
 // More than any two colours are apart.
 constexpr float kMostDistance = 200000;
@@ -51,8 +51,8 @@ class LossyLzwEncoder {
 
   Way BestWay(std::size_t start);
   void Begin(const LossyPixel& pixel);
-  void GoOn(const Way& way, const LossyPixel& pixel, float least);
-  void AddWay(const Way& way, std::size_t known);
+  Way GoOn(const Way& way, const LossyPixel& pixel);
+  bool TakesOn(const Way& way);
   float Worth(const LossyPixel& pixel) const;
   int ErrorAs(const LossyPixel& pixel, int entry) const;
   float Cost(const LossyPixel& pixel, int entry) const;
@@ -69,7 +69,10 @@ class LossyLzwEncoder {
   // The string before, and the code of the one that is made of it; kNone for none.
   int before_ = LzwStrings::kNone;
   int made_ = LzwStrings::kNone;
-  // Ways yet to be gone on, the best last.
+  // Whether that string has a code already.
+  bool madeIsKnown_ = false;
+  Way best_ = Way(0, LzwStrings::kNone, 0);
+  // Ways yet to be gone on.
   std::vector<Way> ways_;
   // What a pixel costs lately where it is drawn, and where it stays.
   float priceDrawn_ = 0;
@@ -97,6 +100,8 @@ Part LossyLzwEncoder::Encode() {
   for (std::size_t place = 0; place < image_.pixels.size();) {
     const int next = part_.codes.NextCode();
     made_ = before_ != LzwStrings::kNone && next < LzwStrings::kLimit ? next : LzwStrings::kNone;
+    madeIsKnown_ = made_ != LzwStrings::kNone &&
+                   strings_.Longer(before_, strings_.FirstOf(before_)) != LzwStrings::kNone;
     const Way way = BestWay(place);
     if (made_ != LzwStrings::kNone) {
       const int first = way.code == made_ ? strings_.FirstOf(before_) : strings_.FirstOf(way.code);
@@ -120,28 +125,29 @@ Part LossyLzwEncoder::Encode() {
 LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
   const std::span<const LossyPixel> rest = image_.pixels.subspan(start);
   Begin(rest[0]);
-  Way best = ways_.back();
-  for (int count = 0; count < kMostWays && !ways_.empty(); ++count) {
-    const Way way = ways_.back();
+  int steps = 0;
+  while (steps < kMostSteps && !ways_.empty()) {
+    Way way = ways_.back();
     ways_.pop_back();
-    if (way.gain > best.gain) {
-      best = way;
-    }
-    const auto next = static_cast<std::size_t>(way.length);
-    if (way.gain >= best.gain - behind_ && next < rest.size()) {
-      GoOn(way, rest[next], best.gain - behind_);
+    while (way.code != LzwStrings::kNone && way.gain >= best_.gain - behind_ &&
+           static_cast<std::size_t>(way.length) < rest.size()) {
+      way = GoOn(way, rest[static_cast<std::size_t>(way.length)]);
+      ++steps;
     }
   }
-  return best;
+  return best_;
 }
 
 // Fills the ways with the strings of one pixel.
 void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   const float worth = Worth(pixel);
   ways_.clear();
+  best_ = Way(-kForbidden, LzwStrings::kNone, 0);
   const auto add = [&](int entry) {
     if (const float cost = Cost(pixel, entry); cost <= behind_ || cost == 0) {
-      AddWay({worth - cost, entry, 1}, 0);
+      if (const Way way(worth - cost, entry, 1); TakesOn(way)) {
+        ways_.push_back(way);
+      }
     }
   };
   if (pixel.drawn != LossyPixel::kNever) {
@@ -158,53 +164,51 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   add(image_.transparent);
 }
 
-// Adds the ways that go on from one by a pixel, those behind `least` left out.
-void LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel, float least) {
-  int code = strings_.LastLonger(way.code);
-  if (way.code == made_ || (code == LzwStrings::kNone && way.code != before_)) {
-    return;
-  }
+// Goes on from a way by a pixel. Returns the best of the ways that this makes, and keeps the others
+// for later; those too far behind the best of all are left out.
+LossyLzwEncoder::Way LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel) {
   const float gain = way.gain + Worth(pixel);
-  const float most = gain - std::max(least, way.gain - behind_);
-  if (most < 0) {
-    return;
-  }
+  const float mostCost =
+      std::min(gain - best_.gain + behind_, kBitsOfCode * bitPrice_ * pixel.weight);
   const int leastError = pixel.Least();
-  const float mostMore = std::min(most / pixel.weight, kBitsOfCode * bitPrice_);
-  const int mostError = leastError + static_cast<int>(std::min(mostMore, kMostDistance));
-  const std::size_t known = ways_.size();
+  Way next(-kForbidden, LzwStrings::kNone, 0);
   const auto add = [&](int longer, int entry) {
-    if (const int error = ErrorAs(pixel, entry); error <= mostError) {
-      AddWay({gain - static_cast<float>(error - leastError) * pixel.weight, longer, way.length + 1},
-             known);
+    const float cost = static_cast<float>(ErrorAs(pixel, entry) - leastError) * pixel.weight;
+    if (cost > mostCost) {
+      return;
+    }
+    Way found(gain - cost, longer, way.length + 1);
+    if (!TakesOn(found)) {
+      return;
+    }
+    if (found.gain >= next.gain) {
+      std::swap(found, next);
+    }
+    if (found.code != LzwStrings::kNone) {
+      ways_.push_back(found);
     }
   };
-  const int first = way.code == before_ ? strings_.FirstOf(before_) : 0;
-  bool isKnown = false;
-  for (; code != LzwStrings::kNone; code = strings_.LongerBefore(code)) {
-    const int entry = strings_.LastOf(code);
-    isKnown |= entry == first;
-    add(code, entry);
+  for (int code = strings_.LastLonger(way.code); code != LzwStrings::kNone;
+       code = strings_.LongerBefore(code)) {
+    add(code, strings_.LastOf(code));
   }
   // The string that is being made may be taken at once, where this one begins as the one before.
-  if (way.code == before_ && made_ != LzwStrings::kNone && !isKnown) {
-    add(made_, first);
+  if (way.code == before_ && made_ != LzwStrings::kNone && !madeIsKnown_) {
+    add(made_, strings_.FirstOf(before_));
   }
+  return next;
 }
 
-// Adds a way to those from `known` on, so that the best of them is the last.
-void LossyLzwEncoder::AddWay(const Way& way, std::size_t known) {
-  ways_.push_back(way);
-  if (const std::size_t last = ways_.size() - 1; last > known && ways_[last - 1].gain > way.gain) {
-    std::swap(ways_[last - 1], ways_[last]);
+// Sees whether a way is the best. Returns whether it can be gone on.
+bool LossyLzwEncoder::TakesOn(const Way& way) {
+  if (way.gain >= best_.gain) {
+    best_ = way;
   }
+  return strings_.LastLonger(way.code) != LzwStrings::kNone || way.code == before_;
 }
 
 // What it is worth to have reached a pixel: what it will cost otherwise.
 float LossyLzwEncoder::Worth(const LossyPixel& pixel) const {
-  if (pixel.staying == LossyPixel::kNever) {
-    return priceDrawn_;
-  }
   const auto error = static_cast<float>(pixel.staying - pixel.Least());
   return std::min(priceDrawn_, error * pixel.weight + priceStaying_);
 }

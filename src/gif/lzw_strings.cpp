@@ -5,11 +5,11 @@ void LzwStrings::Clear(int pixelValues) {
     slots_[slot] = 0;
   }
   taken_.clear();
+  lastLonger_.fill(kNone);
   for (int pixel = 0; pixel < pixelValues; ++pixel) {
     const auto value = static_cast<std::uint8_t>(pixel);
     strings_[Place(pixel)] = {0, 1, value};
     links_[Place(pixel)] = {kNone, value};
-    lastLonger_[Place(pixel)] = kNone;
   }
 }
 
@@ -18,7 +18,6 @@ void LzwStrings::Add(int code, int pixel, int added) {
   strings_[Place(added)] = {static_cast<std::uint16_t>(code),
                             static_cast<std::uint16_t>(shorter.length + 1), shorter.first};
   links_[Place(added)] = {kNone, static_cast<std::uint8_t>(pixel)};
-  lastLonger_[Place(added)] = kNone;
   const std::uint32_t key = KeyOf(code, pixel);
   std::size_t slot = SlotOf(key);
   for (; slots_[slot] != 0; slot = (slot + 1) % kSlots) {
