@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <functional>
 #include <utility>
 
 #include "gif/film_colours.h"
-#include "gif/halves.h"
+#include "gif/in_parts.h"
 #include "gif/sampled_places.h"
 
 namespace {
@@ -51,29 +52,30 @@ void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, Fit& fit)
 
 // Says in the pixels what the nearest entries are for them, some at a time after `fill` had them,
 // so that they are still in the cache.
-Fit Measure(std::span<LossyPixel> pixels, std::array<NearestColour, 2>& colours,
-            const FrameTables::Fill& fill) {
+Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, const FrameTables::Fill& fill) {
   constexpr std::size_t kAtOnce = 1024;
-  std::array<Fit, 2> fits = {};
-  InHalves(pixels.size(), 1, [&](std::size_t half, std::size_t begin, std::size_t end) {
-    for (; begin < end; begin += kAtOnce) {
+  std::vector<Fit> fits(PartsOf(pixels.size()));
+  InParts(fits.size(), [&](std::size_t thread, std::size_t part) {
+    const std::size_t end = BeginOf(part + 1, fits.size(), pixels.size());
+    for (std::size_t begin = BeginOf(part, fits.size(), pixels.size()); begin < end;
+         begin += kAtOnce) {
       const std::size_t count = std::min(kAtOnce, end - begin);
       fill(begin, begin + count);
-      MeasureSome(pixels.subspan(begin, count), colours[half], fits[half]);
+      MeasureSome(pixels.subspan(begin, count), colours.at(thread), fits[part]);
     }
   });
-  fits[0].error += fits[1].error;
-  fits[0].needing += fits[1].needing;
-  for (std::size_t entry = 0; entry < fits[0].gains.size(); ++entry) {
-    fits[0].gains[entry] += fits[1].gains[entry];
+  Fit whole;
+  for (const Fit& fit : fits) {
+    whole.error += fit.error;
+    whole.needing += fit.needing;
+    std::transform(fit.gains.begin(), fit.gains.end(), whole.gains.begin(), whole.gains.begin(),
+                   std::plus<>());
   }
-  return fits[0];
+  return whole;
 }
 
-Fit Measure(std::span<LossyPixel> pixels, const std::vector<Colour>& table,
-            const FrameTables::Fill& fill) {
-  std::array<NearestColour, 2> colours = {NearestColour(table), NearestColour(table)};
-  return Measure(pixels, colours, fill);
+NearColours NearTo(const std::vector<Colour>& table) {
+  return {NearestColour(table), NearestColour(table)};
 }
 
 // The colours of a table that gain more than `least`.
@@ -104,7 +106,7 @@ std::string LossyTableBytes(const std::vector<Colour>& colours) {
 }
 
 FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPrice)
-    : nearGlobal_{NearestColour(global), NearestColour(global)},
+    : nearGlobal_(NearTo(global)),
       global_(std::move(global)),
       isExact_(isExact),
       tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)),
@@ -118,10 +120,11 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
   constexpr int kSmallBits = 5;
   constexpr std::size_t kManyPixels = 10000;
   if (TriesOwn()) {
-    if (std::vector<Colour> own = OwnFor(pixels, fill); !own.empty()) {
+    if (std::optional<NearColours> own = OwnFor(pixels, fill)) {
       rest_ = 0;
       nextRest_ = 1;
-      return Own(std::move(own), pixels, fill);
+      Measure(pixels, *own, fill);
+      return Own(own->front().Table());
     }
   }
   const Fit ofGlobal = Measure(pixels, nearGlobal_, fill);
@@ -129,7 +132,9 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
     std::vector<Colour> needed = NeededOf(Global(), ofGlobal, tablePrice_ / kMostEntries);
     const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
     if (!needed.empty() && LossyTableBits(needed) <= most) {
-      return Own(std::move(needed), pixels, NothingToFill);
+      NearColours near = NearTo(needed);
+      Measure(pixels, near, NothingToFill);
+      return Own(std::move(needed));
     }
   }
   return {&global_, false};
@@ -146,33 +151,39 @@ bool FrameTables::TriesOwn() {
   return true;
 }
 
-FrameTables::Choice FrameTables::Own(std::vector<Colour> table, std::span<LossyPixel> pixels,
-                                     const Fill& fill) {
-  Measure(pixels, table, fill);
+FrameTables::Choice FrameTables::Own(std::vector<Colour> table) {
   own_.emplace(std::move(table));
   return {&*own_, true};
 }
 
-// The table that gains enough on the global one to be a frame's own; none when there is none.
-std::vector<Colour> FrameTables::OwnFor(std::span<LossyPixel> pixels, const Fill& fill) {
-  sample_.clear();
-  ForSampledPlaces(pixels.size(), samples_, 0, [&](std::size_t place) {
-    fill(place, place + 1);
-    sample_.push_back(pixels[place]);
-  });
+// The table that gains enough on the global one to be a frame's own, if there is one.
+std::optional<NearColours> FrameTables::OwnFor(std::span<const LossyPixel> pixels,
+                                               const Fill& fill) {
+  if (places_.empty()) {
+    ForSampledPlaces(pixels.size(), samples_, 0,
+                     [&](std::size_t place) { places_.push_back(place); });
+    sample_.resize(places_.size());
+  }
+  const auto fillSample = [&](std::size_t begin, std::size_t end) {
+    for (; begin < end; ++begin) {
+      fill(places_[begin], places_[begin] + 1);
+      sample_[begin] = pixels[places_[begin]];
+    }
+  };
   const double price = tablePrice_ * static_cast<double>(sample_.size()) /
                        static_cast<double>(pixels.size());
-  const double ofGlobal = Measure(sample_, nearGlobal_, NothingToFill).error;
+  const double ofGlobal = Measure(sample_, nearGlobal_, fillSample).error;
   if (ofGlobal <= price) {
-    return {};
+    return std::nullopt;
   }
-  std::vector<Colour> own = OwnOfSample();
+  NearColours own = NearTo(OwnOfSample());
   const Fit ofOwn = Measure(sample_, own, NothingToFill);
   if (ofGlobal - ofOwn.error <= price) {
-    return {};
+    return std::nullopt;
   }
-  std::vector<Colour> needed = NeededOf(own, ofOwn, price / kMostEntries);
-  return LossyTableBits(needed) < LossyTableBits(own) ? needed : own;
+  const std::vector<Colour>& table = own.front().Table();
+  const std::vector<Colour> needed = NeededOf(table, ofOwn, price / kMostEntries);
+  return LossyTableBits(needed) < LossyTableBits(table) ? NearTo(needed) : std::move(own);
 }
 
 // Those colours count that the screen does not show, and the others a little: they may be drawn

@@ -20,6 +20,9 @@
 std::string LossyTableBytes(const std::vector<Colour>& colours);
 int LossyTableBits(const std::vector<Colour>& colours);
 
+// The same table for each of two threads.
+using NearColours = std::array<NearestColour, 2>;
+
 // Errors that the global table leaves make a table of a frame's own, of the colours that need it.
 // What the screen shows already needs nothing, so frame by frame a picture that stands comes to
 // show more colours than a table has.
@@ -45,17 +48,17 @@ class FrameTables {
 
  private:
   bool TriesOwn();
-  Choice Own(std::vector<Colour> table, std::span<LossyPixel> pixels, const Fill& fill);
-  std::vector<Colour> OwnFor(std::span<LossyPixel> pixels, const Fill& fill);
+  Choice Own(std::vector<Colour> table);
+  std::optional<NearColours> OwnFor(std::span<const LossyPixel> pixels, const Fill& fill);
   std::vector<Colour> OwnOfSample();
 
-  // One for each half of the pixels.
-  std::array<NearestColour, 2> nearGlobal_;
+  NearColours nearGlobal_;
   ColourNeighbours global_;
   bool isExact_;
   double tablePrice_;
-  // How many pixels tell which table is the better one, and they.
+  // How many pixels tell which table is the better one, where, and they.
   std::size_t samples_;
+  std::vector<std::size_t> places_;
   std::vector<LossyPixel> sample_;
   ColourCounts counts_;
   std::optional<ColourNeighbours> own_;

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "gif/area_to_draw.h"
-#include "gif/halves.h"
+#include "gif/in_parts.h"
 
 namespace {
 
@@ -124,9 +124,6 @@ void LossyGifWriter::Weigh(std::span<const Colour> next, std::size_t begin, std:
 
 // The blocks of an image of the area, from its descriptor on, which the screen then shows.
 std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choice& choice) {
-  // The second half of a smaller one would have to learn too much again of what repeats itself.
-  constexpr std::size_t kLongBytes = 8000;
-  constexpr std::size_t kLongPixels = 60000;
   const std::vector<Colour>& table = choice.colours->Table();
   LossyImage image;
   image.pixels = PixelsOf(area);
@@ -134,14 +131,24 @@ std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choi
   image.transparent = static_cast<int>(table.size());
   image.codeSize = std::max(2, LossyTableBits(table));
   image.bitPrice = bitPrice_;
-  // The next image is mostly as long as the last.
-  const bool isLong = image.pixels.size() >= kLongPixels && frame_.image.size() >= kLongBytes;
-  const LossyData data = EncodeLossily(image, isLong);
+  const LossyData data = EncodeLossily(image, PartsToEncode(image.pixels.size()));
   Show(area, data.entries, table);
   const int packed = choice.isOwn ? kGifTableFlag | (LossyTableBits(table) - 1) : 0;
   return static_cast<char>(kGifImage) + GifWord(area.left) + GifWord(area.top) +
          GifWord(area.width) + GifWord(area.height) + static_cast<char>(packed) +
          (choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
+}
+
+// In how many parts an image is encoded. Parts of smaller ones would have to learn too much again of
+// what repeats itself.
+std::size_t LossyGifWriter::PartsToEncode(std::size_t pixels) const {
+  constexpr std::size_t kLeastPixels = 30000;
+  constexpr std::size_t kLeastBytes = 4000;
+  constexpr std::size_t kBytes = 12000;
+  // The next image is mostly as long as the last.
+  const std::size_t bytes = frame_.image.size();
+  const std::size_t most = std::min(pixels / kLeastPixels, bytes / kLeastBytes);
+  return most < 2 ? 1 : std::clamp(bytes / kBytes, std::size_t{2}, most);
 }
 
 // The pixels of an area, which hold until the next call.
@@ -155,8 +162,10 @@ std::span<const LossyPixel> LossyGifWriter::PixelsOf(const GifArea& area) {
   const auto width = static_cast<std::size_t>(area.width);
   const auto height = static_cast<std::size_t>(area.height);
   part_.resize(height * width);
-  InHalves(height, width, [&](std::size_t, std::size_t begin, std::size_t end) {
-    for (std::size_t row = begin; row < end; ++row) {
+  const std::size_t parts = std::min(height, PartsOf(height * width));
+  InParts(parts, [&](std::size_t, std::size_t part) {
+    const std::size_t end = BeginOf(part + 1, parts, height);
+    for (std::size_t row = BeginOf(part, parts, height); row < end; ++row) {
       std::copy_n(rowAt(area.top + static_cast<int>(row)) + area.left, width,
                   part_.begin() + static_cast<std::ptrdiff_t>(row * width));
     }

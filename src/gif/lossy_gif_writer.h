@@ -49,6 +49,7 @@ class LossyGifWriter {
   void Draw(std::span<const Colour> next);
   void Weigh(std::span<const Colour> next, std::size_t begin, std::size_t end);
   std::string ImageOf(const GifArea& area, const FrameTables::Choice& choice);
+  std::size_t PartsToEncode(std::size_t pixels) const;
   std::span<const LossyPixel> PixelsOf(const GifArea& area);
   void Show(const GifArea& area, const std::vector<std::uint8_t>& entries,
             const std::vector<Colour>& table);

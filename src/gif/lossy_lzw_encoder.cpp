@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <future>
 #include <utility>
 
+#include "gif/in_parts.h"
 #include "gif/lzw_clearing.h"
 #include "gif/lzw_codes.h"
 #include "gif/lzw_strings.h"
@@ -266,21 +266,19 @@ void LossyLzwEncoder::Learn(int length, int drawn, float errors) {
 
 }  // namespace
 
-LossyData EncodeLossily(const LossyImage& image, bool inHalves) {
-  const std::size_t half = inHalves ? image.pixels.size() / 2 : image.pixels.size();
-  LossyImage first = image;
-  first.pixels = image.pixels.first(half);
-  LossyImage second = image;
-  second.pixels = image.pixels.subspan(half);
-  std::future<Part> later;
-  if (!second.pixels.empty()) {
-    later = std::async(std::launch::async, [&] { return LossyLzwEncoder(second).Encode(); });
-  }
-  Part whole = LossyLzwEncoder(first).Encode();
-  if (later.valid()) {
-    const Part rest = later.get();
-    whole.codes.Append(rest.codes);
-    whole.entries.insert(whole.entries.end(), rest.entries.begin(), rest.entries.end());
+LossyData EncodeLossily(const LossyImage& image, std::size_t parts) {
+  std::vector<Part> done(parts, Part{LzwCodes(image.codeSize), {}});
+  InParts(parts, [&](std::size_t, std::size_t part) {
+    const std::size_t begin = BeginOf(part, parts, image.pixels.size());
+    LossyImage some = image;
+    some.pixels =
+        image.pixels.subspan(begin, BeginOf(part + 1, parts, image.pixels.size()) - begin);
+    done[part] = LossyLzwEncoder(some).Encode();
+  });
+  Part whole = std::move(done.front());
+  for (std::size_t part = 1; part < parts; ++part) {
+    whole.codes.Append(done[part].codes);
+    whole.entries.insert(whole.entries.end(), done[part].entries.begin(), done[part].entries.end());
   }
   return {whole.codes.Finish(), std::move(whole.entries)};
 }

@@ -57,6 +57,6 @@ struct LossyData {
 // string reaches is worth what it would cost in the strings to come, which is guessed from those
 // that went before. No pixel's error grows by more than a code of its own would cost.
 //
-// An image encoded in halves has both cores at work, and is longer by what the second half could
-// have had from the strings of the first: little where the strings are cleared anyway.
-LossyData EncodeLossily(const LossyImage& image, bool inHalves);
+// An image encoded in several parts has both cores at work, and is longer by what each part could
+// have had from the strings of the one before: little where these are cleared anyway.
+LossyData EncodeLossily(const LossyImage& image, std::size_t parts);
