@@ -209,7 +209,7 @@ TEST(FilmColours, FewAreMadeFewerWherePixelsThenChangeMoreRarely) {
   }
 }
 
-TEST(LossyGifWriter, EncodesHalvesAsOneImage) {
+TEST(LossyGifWriter, EncodesPartsAsOneImage) {
   std::mt19937 random(7);
   for (const int bits : {2, 5, 8}) {
     const int count = (1 << bits) - 1;
@@ -226,7 +226,7 @@ TEST(LossyGifWriter, EncodesHalvesAsOneImage) {
       wanted += static_cast<char>(entry);
       pixels.push_back({table[entry], 0, LossyPixel::kNever, 1, entry, true});
     }
-    const LossyData data = EncodeLossily({pixels, &colours, count, bits, 0}, true);
+    const LossyData data = EncodeLossily({pixels, &colours, count, bits, 0}, 3);
     EXPECT_EQ(LiteralGifPlayer::Pixels(data.bytes), wanted) << bits;
     EXPECT_EQ(std::string(data.entries.begin(), data.entries.end()), wanted) << bits;
   }

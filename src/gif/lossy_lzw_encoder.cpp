@@ -18,8 +18,6 @@ constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
 constexpr int kMostSteps = 400;
 constexpr float kForbidden = 1e30F;
-// More than any two colours are apart.
-constexpr float kMostDistance = 200000;
 // Without a price the longest string is sought, and no error is small beside it.
 constexpr float kNoPrice = 1e-3F;
 
@@ -160,7 +158,7 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
       add(entry);
     }
   }
-  // Of equal ways the last is followed first: pixels that may stay should all do so.
+  // Of equal ways the last is taken, and gone on first: pixels that may stay should all do so.
   add(image_.transparent);
 }
 
