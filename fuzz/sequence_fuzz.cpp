@@ -1,6 +1,8 @@
-// Makes names of arbitrary bytes and compares the order that is found with the literal rules.
+// Makes names of arbitrary bytes and, for some of them, compares the order that is found with the
+// literal rules.
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <string>
 
 #include "film/failure.h"
@@ -19,7 +21,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const animate::Failure&) {
     found.clear();
   }
-  if (found != OrderLiterally(names, ' ')) {
+  // The literal rules take a hundred times as long.
+  constexpr std::size_t kComparedOneOf = 100;
+  if (std::hash<std::string>()(bytes) % kComparedOneOf == 0 &&
+      found != OrderLiterally(names, ' ')) {
     std::abort();
   }
   return 0;

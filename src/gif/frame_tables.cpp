@@ -170,8 +170,8 @@ std::optional<NearColours> FrameTables::OwnFor(std::span<const LossyPixel> pixel
       sample_[begin] = pixels[places_[begin]];
     }
   };
-  const double price = tablePrice_ * static_cast<double>(sample_.size()) /
-                       static_cast<double>(pixels.size());
+  const double price =
+      tablePrice_ * static_cast<double>(sample_.size()) / static_cast<double>(pixels.size());
   const double ofGlobal = Measure(sample_, nearGlobal_, fillSample).error;
   if (ofGlobal <= price) {
     return std::nullopt;

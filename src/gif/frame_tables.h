@@ -43,7 +43,8 @@ class FrameTables {
   using Fill = std::function<void(std::size_t, std::size_t)>;
 
   // Chooses the table of a frame and says in `pixels` what its entries are for them. `fill` is
-  // called on two threads, for all of them and for some more than once. The choice holds until the next one.
+  // called on two threads, for all of them and for some more than once. The choice holds until the
+  // next one.
   Choice Choose(std::span<LossyPixel> pixels, const Fill& fill);
 
  private:

@@ -139,8 +139,8 @@ std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choi
          (choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
 }
 
-// In how many parts an image is encoded. Parts of smaller ones would have to learn too much again of
-// what repeats itself.
+// In how many parts an image is encoded. Parts of smaller ones would have to learn too much again
+// of what repeats itself.
 std::size_t LossyGifWriter::PartsToEncode(std::size_t pixels) const {
   constexpr std::size_t kLeastPixels = 30000;
   constexpr std::size_t kLeastBytes = 4000;
