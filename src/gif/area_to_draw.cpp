@@ -86,7 +86,7 @@ class AreaSearch {
       return 0;
     }
     const float error = static_cast<float>(pixel.staying - pixel.Least()) * pixel.weight;
-    if (pixel.staying == LossyPixel::kNever || error > kBitsOfCode * bitPrice_) {
+    if (error > kBitsOfCode * bitPrice_) {
       return 1;
     }
     return pixel.isNew ? error / (kBitsOfLine * bitPrice_) : 0;
