@@ -17,11 +17,17 @@ class Drawing {
     const int gone = below(4) == 0 ? 5 : 0;
     for (int place = 0; place < width * height; ++place) {
       LossyPixel pixel;
+      pixel.staying = 0;
       // Needs are eighths, whose sums are exact in any order.
       constexpr int kErrors[] = {3, 6, 12, 24, LossyPixel::kNever};
-      pixel.staying = below(100) < changed ? kErrors[below(5)] : 0;
       pixel.weight = static_cast<float>(1 + below(2));
       pixel.isNew = below(2) == 0;
+      if (below(8) == 0) {
+        pixel.wanted.alpha = 0;
+        pixel.drawn = LossyPixel::kNever;
+      } else if (below(100) < changed) {
+        pixel.staying = kErrors[below(5)];
+      }
       pixels.push_back(pixel);
       const bool isGone = below(100) < gone;
       next.push_back(isGone ? Colour{0, 0, 0, 0} : Colour{9, 9, 9, 255});
@@ -34,7 +40,7 @@ class Drawing {
     std::vector<float> rows(static_cast<std::size_t>(height_));
     std::vector<float> columns(static_cast<std::size_t>(width_));
     for (std::size_t place = 0; place < pixels.size(); ++place) {
-      all.clears |= next[place].alpha == 0;
+      all.clears |= IsCleared(place);
       rows[place / columns.size()] += Need(place);
       columns[place % columns.size()] += Need(place);
     }
@@ -62,10 +68,14 @@ class Drawing {
     return {first, end};
   }
 
+  bool IsCleared(std::size_t place) const {
+    return pixels[place].wanted.alpha != 0 && next[place].alpha == 0;
+  }
+
   float Need(std::size_t place) const {
     const LossyPixel& pixel = pixels[place];
     const float error = static_cast<float>(pixel.staying) * pixel.weight;
-    if (next[place].alpha == 0 || error > 14) {
+    if (IsCleared(place) || error > 14) {
       return 1;
     }
     return pixel.isNew ? error / 24 : 0;

@@ -8,12 +8,6 @@ namespace {
 
 // What a line has to be worth; a pixel alone has to be worth a code.
 constexpr float kBitsOfLine = 24;
-// Below the price of any error, so that without a price every error is too much.
-constexpr float kLeastBitPrice = 1e-3F;
-
-bool IsOpaque(const Colour& colour) {
-  return colour.alpha != 0;
-}
 
 class AreaSearch {
  public:
@@ -36,7 +30,7 @@ class AreaSearch {
       --bottom;
     }
     for (std::size_t row = top + 1; row + 1 < bottom; ++row) {
-      // Only what may widen the area is looked at.
+      // Only what may widen the area is looked at, but for what must be cleared.
       const std::size_t left = mayClear_ ? width_ : Left();
       AddNeeds(row, 0, left);
       AddNeeds(row, std::max(left, Right()), width_);

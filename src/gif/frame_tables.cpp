@@ -17,7 +17,7 @@ constexpr double kMostEntries = 256;
 constexpr double kTableBits = kMostEntries * 3 * 8;
 constexpr double kGain = 4;
 // Without a price the smallest gain would do.
-constexpr double kLeastBitPrice = 0.3;
+constexpr double kLeastTablePrice = 0.3;
 // Where so little is lost, what a table leaves is seen.
 constexpr float kThoroughBelow = 1;
 constexpr std::size_t kSamples = 30000;
@@ -74,7 +74,7 @@ Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, const FrameTable
   return whole;
 }
 
-NearColours NearTo(const std::vector<Colour>& table) {
+NearColours OnTwoThreads(const std::vector<Colour>& table) {
   return {NearestColour(table), NearestColour(table)};
 }
 
@@ -106,10 +106,10 @@ std::string LossyTableBytes(const std::vector<Colour>& colours) {
 }
 
 FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPrice)
-    : nearGlobal_(NearTo(global)),
+    : nearGlobal_(OnTwoThreads(global)),
       global_(std::move(global)),
       isExact_(isExact),
-      tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastBitPrice)),
+      tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastTablePrice)),
       samples_(bitPrice < kThoroughBelow ? kManySamples : kSamples),
       counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
                                         : ColourCounts::Care::kQuick) {}
@@ -132,7 +132,7 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
     std::vector<Colour> needed = NeededOf(Global(), ofGlobal, tablePrice_ / kMostEntries);
     const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
     if (!needed.empty() && LossyTableBits(needed) <= most) {
-      NearColours near = NearTo(needed);
+      NearColours near = OnTwoThreads(needed);
       Measure(pixels, near, NothingToFill);
       return Own(std::move(needed));
     }
@@ -176,14 +176,14 @@ std::optional<NearColours> FrameTables::OwnFor(std::span<const LossyPixel> pixel
   if (ofGlobal <= price) {
     return std::nullopt;
   }
-  NearColours own = NearTo(OwnOfSample());
+  NearColours own = OnTwoThreads(OwnOfSample());
   const Fit ofOwn = Measure(sample_, own, NothingToFill);
   if (ofGlobal - ofOwn.error <= price) {
     return std::nullopt;
   }
   const std::vector<Colour>& table = own.front().Table();
   const std::vector<Colour> needed = NeededOf(table, ofOwn, price / kMostEntries);
-  return LossyTableBits(needed) < LossyTableBits(table) ? NearTo(needed) : std::move(own);
+  return LossyTableBits(needed) < LossyTableBits(table) ? OnTwoThreads(needed) : std::move(own);
 }
 
 // Those colours count that the screen does not show, and the others a little: they may be drawn

@@ -12,6 +12,10 @@ struct Colour {
   std::uint8_t alpha = 255;
 };
 
+inline bool IsOpaque(const Colour& colour) {
+  return colour.alpha != 0;
+}
+
 struct IndexedPicture {
   // In pixels.
   int width = 0;

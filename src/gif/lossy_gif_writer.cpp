@@ -14,10 +14,6 @@ namespace {
 constexpr int kLeave = 1;
 constexpr int kClear = 2;
 
-bool IsOpaque(const Colour& colour) {
-  return colour.alpha != 0;
-}
-
 // Transparent ones are all 0.
 bool IsSame(const Colour& a, const Colour& b) {
   return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);

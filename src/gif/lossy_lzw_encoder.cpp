@@ -18,8 +18,6 @@ constexpr float kBehindBits = 9;
 // A longer search finds next to nothing.
 constexpr int kMostSteps = 400;
 constexpr float kForbidden = 1e30F;
-// Without a price the longest string is sought, and no error is small beside it.
-constexpr float kNoPrice = 1e-3F;
 
 // The codes of some pixels, and what each of these became.
 struct Part {
@@ -67,8 +65,9 @@ class LossyLzwEncoder {
   // The string before, and the code of the one that is made of it; kNone for none.
   int before_ = LzwStrings::kNone;
   int made_ = LzwStrings::kNone;
-  // Whether that string has a code already.
-  bool madeIsKnown_ = false;
+  // Whether that string may be taken at once, where it begins as the one before: it has no code
+  // yet.
+  bool mayTakeMade_ = false;
   Way best_ = Way(0, LzwStrings::kNone, 0);
   // Ways yet to be gone on.
   std::vector<Way> ways_;
@@ -79,7 +78,7 @@ class LossyLzwEncoder {
 
 LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
     : image_(image),
-      bitPrice_(std::max(image.bitPrice, kNoPrice)),
+      bitPrice_(std::max(image.bitPrice, kLeastBitPrice)),
       behind_(kBehindBits * bitPrice_),
       part_{LzwCodes(image.codeSize), {}} {
   constexpr float kFirstDrawnBits = 2;
@@ -98,8 +97,8 @@ Part LossyLzwEncoder::Encode() {
   for (std::size_t place = 0; place < image_.pixels.size();) {
     const int next = part_.codes.NextCode();
     made_ = before_ != LzwStrings::kNone && next < LzwStrings::kLimit ? next : LzwStrings::kNone;
-    madeIsKnown_ = made_ != LzwStrings::kNone &&
-                   strings_.Longer(before_, strings_.FirstOf(before_)) != LzwStrings::kNone;
+    mayTakeMade_ = made_ != LzwStrings::kNone &&
+                   strings_.Longer(before_, strings_.FirstOf(before_)) == LzwStrings::kNone;
     const Way way = BestWay(place);
     if (made_ != LzwStrings::kNone) {
       const int first = way.code == made_ ? strings_.FirstOf(before_) : strings_.FirstOf(way.code);
@@ -190,8 +189,7 @@ LossyLzwEncoder::Way LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pix
        code = strings_.LongerBefore(code)) {
     add(code, strings_.LastOf(code));
   }
-  // The string that is being made may be taken at once, where this one begins as the one before.
-  if (way.code == before_ && made_ != LzwStrings::kNone && !madeIsKnown_) {
+  if (way.code == before_ && mayTakeMade_) {
     add(made_, strings_.FirstOf(before_));
   }
   return next;

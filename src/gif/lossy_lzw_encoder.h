@@ -15,6 +15,9 @@
 // comes of.
 inline constexpr float kBitsOfCode = 14;
 
+// What stands for no price: no error is small beside it.
+inline constexpr float kLeastBitPrice = 1e-3F;
+
 // What a pixel should be, and what its errors cost. Errors are colour distances.
 struct LossyPixel {
   static constexpr int kNever = std::numeric_limits<int>::max();
@@ -58,5 +61,6 @@ struct LossyData {
 // that went before. No pixel's error grows by more than a code of its own would cost.
 //
 // An image encoded in several parts has both cores at work, and is longer by what each part could
-// have had from the strings of the one before: little where these are cleared anyway.
+// have had from the strings of the one before: little where these are cleared anyway. There is at
+// least one, and a pixel for each.
 LossyData EncodeLossily(const LossyImage& image, std::size_t parts);
