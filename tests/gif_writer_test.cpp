@@ -5,6 +5,7 @@
 #include <random>
 
 #include "gif/lzw_encoder.h"
+#include "gif/runs_to_draw.h"
 #include "tests/reference/literal_gif_player.h"
 #include "tests/support/animation_of_numbers.h"
 #include "tests/support/gif_builder.h"
@@ -65,6 +66,25 @@ TEST(GifWriter, DrawsNoMoreThanItMust) {
       found.push_back({image.left, image.width, image.control.disposal, image.control.delay});
     }
     EXPECT_EQ(found, expected);
+  }
+}
+
+TEST(RunsToDraw, ChangeTheColourNoMoreOftenThanTransparentOnes) {
+  // Colours, which pixels may stay ("s"), and which of them are drawn ("d").
+  const std::array<std::string, 3> cases[] = {
+      {"wwwcwww", "sss-sss", "ddd-ddd"}, {"aabb", "ssss", "dddd"}, {"abcd", "ssss", "ssss"},
+      {"xaax", "-ss-", "-dd-"},          {"xabx", "-ss-", "-ss-"}, {"abc", "sss", "ddd"},
+      {"xabcddd", "sss-sss", "sss-ddd"}, {"ab", "--", "--"},
+  };
+  for (const auto& [colours, stays, expected] : cases) {
+    std::string found = stays;
+    ForEachRunToDraw(
+        0, colours.size(), [&](std::size_t place) { return stays[place] == 's'; },
+        [&](std::size_t place) { return colours[place] != colours[place - 1]; },
+        [&](std::size_t begin, std::size_t end) {
+          found.replace(begin, end - begin, end - begin, 'd');
+        });
+    EXPECT_EQ(found, expected) << colours;
   }
 }
 

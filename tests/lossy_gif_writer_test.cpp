@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <functional>
 #include <random>
 
+#include "gif/gif_writer.h"
 #include "gif/nearest_colour.h"
 #include "tests/reference/literal_gif_player.h"
 #include "tests/support/animation_of_numbers.h"
@@ -159,6 +162,58 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
   // Less than large tables alone would take.
   EXPECT_LT(written.bytes, film.size() * 256 * 3);
   EXPECT_EQ(ErrorOf(written.shown.back(), film.back().first), 0);
+}
+
+// What the writer of indexed pictures makes of a film of few colours.
+std::size_t ExactBytes(const Film& film, int width) {
+  FilmColours colours;
+  for (const auto& [picture, delay] : film) {
+    colours.Add(picture);
+  }
+  NearestColour entries(colours.Table());
+  std::size_t bytes = 0;
+  const int height = static_cast<int>(film[0].first.size()) / width;
+  GifWriter writer(width, height, [&](std::string_view some) { bytes += some.size(); });
+  for (const auto& [picture, delay] : film) {
+    IndexedPicture indexed = {width, height, {}, colours.Table()};
+    indexed.palette.push_back({0, 0, 0, 0});
+    for (const Colour& colour : picture) {
+      indexed.indices.push_back(static_cast<std::uint8_t>(entries.Of(colour).entry));
+    }
+    writer.Add(indexed, delay);
+  }
+  writer.Finish();
+  return bytes;
+}
+
+TEST(LossyGifWriter, CompressesFewColoursAsWellAsWhatLosesNothing) {
+  // A curve that moves on white, and bars whose shades do.
+  const auto curve = [](int x, int y, int number) {
+    const bool isNear = std::abs(y - 48 - 30 * std::sin(x / 11.0 + number / 3.0)) < 2;
+    return isNear ? Colour{200, 30, 30} : Colour{255, 255, 255};
+  };
+  const auto bars = [](int x, int y, int number) {
+    const auto shade = static_cast<std::uint8_t>(x / 12 * 20 + number * 4);
+    return y < 64 ? Colour{shade, 40, 90} : Colour{40, shade, 255};
+  };
+  const struct {
+    std::function<Colour(int, int, int)> drawn;
+    double most;
+  } kCases[] = {{curve, 1}, {bars, 1.05}};
+  for (const auto& [drawn, most] : kCases) {
+    Film film;
+    for (int number = 0; number < 12; ++number) {
+      Picture picture;
+      picture.reserve(std::size_t{128} * 96);
+      for (int place = 0; place < 128 * 96; ++place) {
+        picture.push_back(drawn(place % 128, place / 128, number));
+      }
+      film.emplace_back(picture, 8);
+    }
+    const auto exact = static_cast<double>(ExactBytes(film, 128));
+    EXPECT_LE(static_cast<double>(Write(film, 128, 0).bytes), exact * most);
+    EXPECT_LE(static_cast<double>(Write(film, 128, 0.5F).bytes), exact * most);
+  }
 }
 
 // Greys that go on by a step in each picture: all pixels as one, or each from a step of its own;

@@ -7,6 +7,7 @@
 
 #include "gif/film_colours.h"
 #include "gif/in_parts.h"
+#include "gif/runs_to_draw.h"
 #include "gif/sampled_places.h"
 
 namespace {
@@ -22,7 +23,6 @@ constexpr double kLeastTablePrice = 0.3;
 constexpr float kThoroughBelow = 1;
 constexpr std::size_t kSamples = 30000;
 constexpr std::size_t kManySamples = 100000;
-constexpr std::size_t kLongestRest = 16;
 
 // For pixels that are.
 void NothingToFill(std::size_t, std::size_t) {}
@@ -35,7 +35,30 @@ struct Fit {
   std::array<float, 256> gains = {};
 };
 
-void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, Fit& fit) {
+// Whether it makes no difference that is worth anything if a pixel is drawn or stays.
+bool IsAsGoodDrawn(const LossyPixel& pixel, int noDifference) {
+  // A difference below 0 becomes a large one.
+  return static_cast<unsigned>(pixel.drawn - pixel.staying) <= static_cast<unsigned>(noDifference);
+}
+
+void MarkBetterDrawn(std::span<LossyPixel> pixels, int noDifference) {
+  const auto stays = [&](std::size_t place) { return IsAsGoodDrawn(pixels[place], noDifference); };
+  const auto changes = [&](std::size_t place) {
+    return pixels[place].nearest != pixels[place - 1].nearest;
+  };
+  ForEachRunToDraw(0, pixels.size(), stays, changes, [&](std::size_t begin, std::size_t end) {
+    for (; begin < end; ++begin) {
+      pixels[begin].isBetterDrawn = true;
+    }
+  });
+}
+
+void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, int noDifference, Fit& fit) {
+  // Where colours change more often than that a run that is drawn is like nothing.
+  constexpr int kLeastPixelsOfColour = 3;
+  int asGood = 0;
+  int changing = 0;
+  int before = 0;
   for (LossyPixel& pixel : pixels) {
     if (pixel.drawn != LossyPixel::kNever) {
       const auto [entry, distance] = colours.Of(pixel.wanted);
@@ -47,12 +70,22 @@ void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, Fit& fit)
       fit.gains[pixel.nearest] += static_cast<float>(pixel.staying - pixel.drawn) * pixel.weight;
       ++fit.needing;
     }
+    // Without branches: which way they go is hard to guess.
+    const int isAsGood = static_cast<int>(IsAsGoodDrawn(pixel, noDifference));
+    asGood += isAsGood;
+    changing += isAsGood & static_cast<int>(pixel.nearest != before);
+    before = pixel.nearest;
+    pixel.isBetterDrawn = false;
+  }
+  if (changing * kLeastPixelsOfColour <= asGood) {
+    MarkBetterDrawn(pixels, noDifference);
   }
 }
 
 // Says in the pixels what the nearest entries are for them, some at a time after `fill` had them,
 // so that they are still in the cache.
-Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, const FrameTables::Fill& fill) {
+Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, int noDifference,
+            const FrameTables::Fill& fill) {
   constexpr std::size_t kAtOnce = 1024;
   std::vector<Fit> fits(PartsOf(pixels.size()));
   InParts(fits.size(), [&](std::size_t thread, std::size_t part) {
@@ -61,7 +94,7 @@ Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, const FrameTable
          begin += kAtOnce) {
       const std::size_t count = std::min(kAtOnce, end - begin);
       fill(begin, begin + count);
-      MeasureSome(pixels.subspan(begin, count), colours.at(thread), fits[part]);
+      MeasureSome(pixels.subspan(begin, count), colours.at(thread), noDifference, fits[part]);
     }
   });
   Fit whole;
@@ -109,6 +142,7 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
     : nearGlobal_(OnTwoThreads(global)),
       global_(std::move(global)),
       isExact_(isExact),
+      noDifference_(static_cast<int>(bitPrice / 2)),
       tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastTablePrice)),
       samples_(bitPrice < kThoroughBelow ? kManySamples : kSamples),
       counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
@@ -119,36 +153,24 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
   // of so many bits costs.
   constexpr int kSmallBits = 5;
   constexpr std::size_t kManyPixels = 10000;
-  if (TriesOwn()) {
+  if (!isExact_ && ownTrials_.Next()) {
     if (std::optional<NearColours> own = OwnFor(pixels, fill)) {
-      rest_ = 0;
-      nextRest_ = 1;
-      Measure(pixels, *own, fill);
+      ownTrials_.Helped();
+      Measure(pixels, *own, noDifference_, fill);
       return Own(own->front().Table());
     }
   }
-  const Fit ofGlobal = Measure(pixels, nearGlobal_, fill);
+  const Fit ofGlobal = Measure(pixels, nearGlobal_, noDifference_, fill);
   if (ofGlobal.needing >= kManyPixels) {
     std::vector<Colour> needed = NeededOf(Global(), ofGlobal, tablePrice_ / kMostEntries);
     const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
     if (!needed.empty() && LossyTableBits(needed) <= most) {
       NearColours near = OnTwoThreads(needed);
-      Measure(pixels, near, NothingToFill);
+      Measure(pixels, near, noDifference_, NothingToFill);
       return Own(std::move(needed));
     }
   }
   return {&global_, false};
-}
-
-// Whether a table of the next frame's own is tried.
-bool FrameTables::TriesOwn() {
-  if (isExact_ || rest_ > 0) {
-    rest_ -= rest_ > 0 ? 1 : 0;
-    return false;
-  }
-  rest_ = nextRest_;
-  nextRest_ = std::min(nextRest_ * 2, kLongestRest);
-  return true;
 }
 
 FrameTables::Choice FrameTables::Own(std::vector<Colour> table) {
@@ -172,12 +194,12 @@ std::optional<NearColours> FrameTables::OwnFor(std::span<const LossyPixel> pixel
   };
   const double price =
       tablePrice_ * static_cast<double>(sample_.size()) / static_cast<double>(pixels.size());
-  const double ofGlobal = Measure(sample_, nearGlobal_, fillSample).error;
+  const double ofGlobal = Measure(sample_, nearGlobal_, noDifference_, fillSample).error;
   if (ofGlobal <= price) {
     return std::nullopt;
   }
   NearColours own = OnTwoThreads(OwnOfSample());
-  const Fit ofOwn = Measure(sample_, own, NothingToFill);
+  const Fit ofOwn = Measure(sample_, own, noDifference_, NothingToFill);
   if (ofGlobal - ofOwn.error <= price) {
     return std::nullopt;
   }

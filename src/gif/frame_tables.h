@@ -14,6 +14,7 @@
 #include "gif/indexed_picture.h"
 #include "gif/lossy_lzw_encoder.h"
 #include "gif/nearest_colour.h"
+#include "gif/trials.h"
 
 // The bytes of a table with a place for a transparent entry behind its `colours`, 1 to 255, and its
 // size as a power of two.
@@ -48,7 +49,6 @@ class FrameTables {
   Choice Choose(std::span<LossyPixel> pixels, const Fill& fill);
 
  private:
-  bool TriesOwn();
   Choice Own(std::vector<Colour> table);
   std::optional<NearColours> OwnFor(std::span<const LossyPixel> pixels, const Fill& fill);
   std::vector<Colour> OwnOfSample();
@@ -56,6 +56,8 @@ class FrameTables {
   NearColours nearGlobal_;
   ColourNeighbours global_;
   bool isExact_;
+  // How much of an error is worth nothing.
+  int noDifference_;
   double tablePrice_;
   // How many pixels tell which table is the better one, where, and they.
   std::size_t samples_;
@@ -63,8 +65,5 @@ class FrameTables {
   std::vector<LossyPixel> sample_;
   ColourCounts counts_;
   std::optional<ColourNeighbours> own_;
-  // For how many frames none of their own is tried, since it was tried in vain, and for how many it
-  // will be if that happens again.
-  std::size_t rest_ = 0;
-  std::size_t nextRest_ = 1;
+  Trials ownTrials_;
 };

@@ -20,17 +20,14 @@ struct GifFrame {
   int disposal = 0;
 };
 
-// Frames can be written in some styles, none of which is the best for every animation.
-inline constexpr std::size_t kGifStyles = 4;
-
 struct GifFrameBlocks {
   // Graphic control, descriptor, a table of the frame's own where the global one does not serve or
   // costs more, and data.
   std::string bytes;
+  // As TwoWayPixels have it.
   std::size_t style = 0;
 };
 
-// Writes a frame in one style, below kGifStyles; or, with `compare`, in the one of all that makes
-// it smallest.
+// Writes a frame in one style; or, with `compare`, in the one of all that makes it smallest.
 GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std::size_t style,
                              bool compare);

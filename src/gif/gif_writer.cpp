@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "gif/two_way_pixels.h"
+
 namespace {
 
 constexpr std::size_t kFramesAtOnce = 2;
@@ -13,14 +15,6 @@ constexpr std::size_t kFramesAtOnce = 2;
 constexpr int kLeastForThread = 2048;
 constexpr std::int64_t kShortestDelay = 2;
 constexpr std::int64_t kLongestDelay = 65535;
-
-// All styles are compared for the first frames, which differ, and now and then later: frames are
-// much like those before them, and comparing takes as long as writing one in each style.
-bool ComparesStyles(std::size_t frame) {
-  constexpr std::size_t kFirst = 2;
-  constexpr std::size_t kEvery = 16;
-  return frame < kFirst || frame % kEvery == 0;
-}
 
 }  // namespace
 

@@ -127,12 +127,65 @@ std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choi
   image.transparent = static_cast<int>(table.size());
   image.codeSize = std::max(2, LossyTableBits(table));
   image.bitPrice = bitPrice_;
-  const LossyData data = EncodeLossily(image, PartsToEncode(image.pixels.size()));
+  const LossyData data = DataOf(image, area);
   Show(area, data.entries, table);
   const int packed = choice.isOwn ? kGifTableFlag | (LossyTableBits(table) - 1) : 0;
   return static_cast<char>(kGifImage) + GifWord(area.left) + GifWord(area.top) +
          GifWord(area.width) + GifWord(area.height) + static_cast<char>(packed) +
          (choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
+}
+
+LossyData LossyGifWriter::DataOf(const LossyImage& image, const GifArea& area) {
+  // In shorter ones there is nothing to see.
+  constexpr std::size_t kPixelsOfLongByte = 5;
+  LossyData data = EncodeLossily(image, PartsToEncode(image.pixels.size()));
+  const bool isLong = data.entries.size() > data.bytes.size() * kPixelsOfLongByte;
+  if (bitPrice_ == 0 || (isLong && exactTrials_.Next())) {
+    Shorten(data, image, area);
+  }
+  return data;
+}
+
+// Compresses the same once more. Strings are chosen one by one at first; where they are long it may
+// pay to see which is next.
+void LossyGifWriter::Shorten(LossyData& data, const LossyImage& image, const GifArea& area) {
+  constexpr std::size_t kLeastGainPart = 100;
+  const std::size_t bytes = data.bytes.size();
+  const TwoWayPixels ways = WaysOf(data.entries, image, area);
+  StyledData exact = CompressInStyle(ways, style_);
+  if (bitPrice_ == 0 || exact.bytes.size() < bytes) {
+    if (ComparesStyles(imagesInStyles_++)) {
+      exact = ShortestOfStyles(ways, std::move(exact));
+      style_ = exact.style;
+    }
+  }
+  if (exact.bytes.size() + bytes / kLeastGainPart < bytes) {
+    exactTrials_.Helped();
+  }
+  if (exact.bytes.size() < bytes) {
+    data.bytes = std::move(exact.bytes);
+  }
+}
+
+// What the pixels of an image may be to show what these entries show.
+TwoWayPixels LossyGifWriter::WaysOf(const std::vector<std::uint8_t>& entries,
+                                    const LossyImage& image, const GifArea& area) const {
+  const std::vector<Colour>& table = image.colours->Table();
+  const auto transparent = static_cast<std::uint8_t>(image.transparent);
+  TwoWayPixels ways = {entries, entries, static_cast<std::size_t>(area.width), image.codeSize};
+  const Colour* shown = screen_.data() + static_cast<std::ptrdiff_t>(area.top) * width_ + area.left;
+  for (std::size_t row = 0; row < entries.size(); row += ways.width, shown += width_) {
+    for (std::size_t column = 0; column < ways.width; ++column) {
+      const std::size_t place = row + column;
+      const bool stays = entries[place] == transparent;
+      const std::uint8_t drawn = stays ? image.pixels[place].nearest : entries[place];
+      if (drawn < table.size() && IsSame(shown[column], table[drawn])) {
+        ways.one[place] = transparent;
+        ways.other[place] = drawn;
+      }
+    }
+  }
+  return ways;
 }
 
 // In how many parts an image is encoded. Parts of smaller ones would have to learn too much again

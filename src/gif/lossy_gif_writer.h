@@ -13,6 +13,8 @@
 #include "gif/gif_screen.h"
 #include "gif/indexed_picture.h"
 #include "gif/lossy_lzw_encoder.h"
+#include "gif/trials.h"
+#include "gif/two_way_pixels.h"
 
 // The error that is worth a bit of the file at a quality of 1 to 100, as LossyImage has it: 0 for
 // 100, and more the lower the quality is. Pictures of every kind then lose much only where it
@@ -49,6 +51,10 @@ class LossyGifWriter {
   void Draw(std::span<const Colour> next);
   void Weigh(std::span<const Colour> next, std::size_t begin, std::size_t end);
   std::string ImageOf(const GifArea& area, const FrameTables::Choice& choice);
+  LossyData DataOf(const LossyImage& image, const GifArea& area);
+  void Shorten(LossyData& data, const LossyImage& image, const GifArea& area);
+  TwoWayPixels WaysOf(const std::vector<std::uint8_t>& entries, const LossyImage& image,
+                      const GifArea& area) const;
   std::size_t PartsToEncode(std::size_t pixels) const;
   std::span<const LossyPixel> PixelsOf(const GifArea& area);
   void Show(const GifArea& area, const std::vector<std::uint8_t>& entries,
@@ -73,5 +79,9 @@ class LossyGifWriter {
   // What FilmColours says of each.
   std::vector<float> lives_;
   std::size_t picturesDrawn_ = 0;
+  Trials exactTrials_;
+  // How many images were compressed in styles, and the best of the last of which all were compared.
+  std::size_t imagesInStyles_ = 0;
+  std::size_t style_ = 0;
   Frame frame_;
 };

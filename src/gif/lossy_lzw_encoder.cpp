@@ -50,8 +50,9 @@ class LossyLzwEncoder {
   Way GoOn(const Way& way, const LossyPixel& pixel);
   bool TakesOn(const Way& way);
   float Worth(const LossyPixel& pixel) const;
-  int ErrorAs(const LossyPixel& pixel, int entry) const;
+  int ErrorDrawn(const LossyPixel& pixel, int entry) const;
   float Cost(const LossyPixel& pixel, int entry) const;
+  float CostOfStaying(const LossyPixel& pixel) const;
   void TakePixels(const Way& way);
   void Learn(int length, int drawn, float errors);
 
@@ -140,8 +141,8 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   const float worth = Worth(pixel);
   ways_.clear();
   best_ = Way(-kForbidden, LzwStrings::kNone, 0);
-  const auto add = [&](int entry) {
-    if (const float cost = Cost(pixel, entry); cost <= behind_ || cost == 0) {
+  const auto add = [&](int entry, float cost) {
+    if (cost <= behind_) {
       if (const Way way(worth - cost, entry, 1); TakesOn(way)) {
         ways_.push_back(way);
       }
@@ -154,11 +155,11 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
       if (static_cast<float>(distance) > reach * reach) {
         break;
       }
-      add(entry);
+      add(entry, Cost(pixel, entry));
     }
   }
   // Of equal ways the last is taken, and gone on first: pixels that may stay should all do so.
-  add(image_.transparent);
+  add(image_.transparent, CostOfStaying(pixel));
 }
 
 // Goes on from a way by a pixel. Returns the best of the ways that this makes, and keeps the others
@@ -168,9 +169,13 @@ LossyLzwEncoder::Way LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pix
   const float mostCost =
       std::min(gain - best_.gain + behind_, kBitsOfCode * bitPrice_ * pixel.weight);
   const int leastError = pixel.Least();
+  const float costOfStaying = CostOfStaying(pixel);
   Way next(-kForbidden, LzwStrings::kNone, 0);
   const auto add = [&](int longer, int entry) {
-    const float cost = static_cast<float>(ErrorAs(pixel, entry) - leastError) * pixel.weight;
+    const float cost =
+        entry == image_.transparent
+            ? costOfStaying
+            : static_cast<float>(ErrorDrawn(pixel, entry) - leastError) * pixel.weight;
     if (cost > mostCost) {
       return;
     }
@@ -209,19 +214,23 @@ float LossyLzwEncoder::Worth(const LossyPixel& pixel) const {
   return std::min(priceDrawn_, error * pixel.weight + priceStaying_);
 }
 
-int LossyLzwEncoder::ErrorAs(const LossyPixel& pixel, int entry) const {
-  if (entry == image_.transparent) {
-    return pixel.staying;
-  }
+int LossyLzwEncoder::ErrorDrawn(const LossyPixel& pixel, int entry) const {
   return pixel.drawn == LossyPixel::kNever
              ? LossyPixel::kNever
              : ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
 }
 
-// What the error of a pixel as this entry costs above the least.
+// What the error of a pixel drawn as this entry costs above the least.
 float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
-  const auto more = static_cast<float>(ErrorAs(pixel, entry) - pixel.Least());
+  const auto more = static_cast<float>(ErrorDrawn(pixel, entry) - pixel.Least());
   return more > kBitsOfCode * bitPrice_ ? kForbidden : more * pixel.weight;
+}
+
+// The same of one that stays.
+float LossyLzwEncoder::CostOfStaying(const LossyPixel& pixel) const {
+  constexpr float kBitsOfPreference = 0.01F;
+  const auto more = static_cast<float>(pixel.staying - pixel.Least());
+  return more * pixel.weight + (pixel.isBetterDrawn ? kBitsOfPreference * bitPrice_ : 0);
 }
 
 // Has the pixels of a string, and learns from what they cost.

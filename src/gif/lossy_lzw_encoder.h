@@ -32,6 +32,8 @@ struct LossyPixel {
   std::uint8_t nearest = 0;
   // Whether it should be what it should not have been in the picture before.
   bool isNew = true;
+  // Whether it should rather be drawn where that is as good as staying.
+  bool isBetterDrawn = false;
 
   // The least error it can have.
   int Least() const { return drawn < staying ? drawn : staying; }

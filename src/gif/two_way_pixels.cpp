@@ -1,0 +1,68 @@
+#include "gif/two_way_pixels.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "gif/lzw_encoder.h"
+#include "gif/runs_to_draw.h"
+
+namespace {
+
+// Whether of pixels that stay short runs are better drawn, and what a string has to gain by being
+// short. Drawings have few colours and long strings; in noise what stays is the only likeness.
+struct Style {
+  bool drawsShortRuns = false;
+  std::size_t leastGain = 0;
+};
+constexpr std::array<Style, kGifStyles> kStyles = {{{true, 2}, {true, 3}, {false, 2}, {false, 3}}};
+
+void PreferToDrawShortRuns(TwoWayPixels& pixels) {
+  const auto stays = [&](std::size_t place) { return pixels.one[place] != pixels.other[place]; };
+  const auto changes = [&](std::size_t place) {
+    return pixels.other[place] != pixels.other[place - 1];
+  };
+  for (std::size_t row = 0; row < pixels.one.size(); row += pixels.width) {
+    ForEachRunToDraw(row, row + pixels.width, stays, changes,
+                     [&](std::size_t begin, std::size_t end) {
+                       for (; begin < end; ++begin) {
+                         std::swap(pixels.one[begin], pixels.other[begin]);
+                       }
+                     });
+  }
+}
+
+}  // namespace
+
+StyledData CompressInStyle(const TwoWayPixels& pixels, std::size_t style) {
+  const auto encode = [&](const TwoWayPixels& ways) {
+    return LzwEncoder().Encode({ways.one, ways.other, ways.codeSize, kStyles[style].leastGain});
+  };
+  if (!kStyles[style].drawsShortRuns) {
+    return {encode(pixels), style};
+  }
+  TwoWayPixels preferred = pixels;
+  PreferToDrawShortRuns(preferred);
+  return {encode(preferred), style};
+}
+
+StyledData ShortestOfStyles(const TwoWayPixels& pixels, StyledData known) {
+  const bool someStay = pixels.one != pixels.other;
+  const std::size_t knownStyle = known.style;
+  for (std::size_t style = 0; style < kGifStyles; ++style) {
+    // Where no pixel may stay there are no runs to draw.
+    if (style != knownStyle && (someStay || kStyles[style].drawsShortRuns)) {
+      StyledData data = CompressInStyle(pixels, style);
+      if (data.bytes.size() < known.bytes.size()) {
+        known = std::move(data);
+      }
+    }
+  }
+  return known;
+}
+
+bool ComparesStyles(std::size_t frame) {
+  constexpr std::size_t kFirst = 2;
+  constexpr std::size_t kEvery = 16;
+  return frame < kFirst || frame % kEvery == 0;
+}
