@@ -222,6 +222,9 @@ TEST_F(GifFixture, SettingsShowInTheOutput) {
   const std::string bare = Merge({wide}, {.loops = -1, .delay = -1, .debug = true});
   EXPECT_EQ(bare[13 + 768], ',') << "neither control block nor loop";
   EXPECT_EQ(errors_, "Clearing Table...\nIniting Table...<13?>");
+  // A code beyond the table, which ends the information.
+  Merge({GifAround(7, 12, SubBlocks(PackCodes({{0, 13}, {0, 13}, {4101, 13}})))});
+  EXPECT_EQ(errors_, "\nError! in stream=1005 \nCLEAR=1000 INCSIZE=1fff EOI=1001 code_size=d \n");
 }
 
 TEST_F(GifFixture, AFileThatIsTheOutputAsWellDoesNotFeedOnItself) {

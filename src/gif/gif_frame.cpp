@@ -114,17 +114,17 @@ std::string Descriptor(const GifArea& area, const GifTable* table) {
 
 }  // namespace
 
-GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std::size_t style,
-                             bool compare) {
+GifFrameBlocks WriteGifFrame(LzwEncoder& encoder, const GifFrame& frame, const GifTable& global,
+                             std::size_t style, bool compare) {
   const Demand demand = DemandOf(frame);
   const GifTable own = OwnTable(frame, demand);
   std::optional<Entries> entries = EntriesOf(frame, demand, global);
   const GifTable* table = nullptr;
-  StyledData data = entries ? CompressInStyle(entries->pixels, style) : StyledData{};
+  StyledData data = entries ? CompressInStyle(encoder, entries->pixels, style) : StyledData{};
   // The own table has to be paid for by narrower codes.
   if (!entries || (own.Bits() < global.Bits() && own.Bytes().size() < data.bytes.size() / 2)) {
     auto ownEntries = EntriesOf(frame, demand, own);
-    StyledData ownData = CompressInStyle(ownEntries->pixels, style);
+    StyledData ownData = CompressInStyle(encoder, ownEntries->pixels, style);
     if (!entries || own.Bytes().size() + ownData.bytes.size() < data.bytes.size()) {
       entries = std::move(ownEntries);
       data = std::move(ownData);
@@ -132,7 +132,7 @@ GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std:
     }
   }
   if (compare) {
-    data = ShortestOfStyles(entries->pixels, std::move(data));
+    data = ShortestOfStyles(encoder, entries->pixels, std::move(data));
   }
   return {GifControlBlock({frame.delay, frame.disposal, entries->transparent}) +
               Descriptor(frame.area, table) + data.bytes,

@@ -7,6 +7,7 @@
 
 #include "gif/gif_colours.h"
 #include "gif/gif_screen.h"
+#include "gif/lzw_encoder.h"
 
 // A picture to be drawn.
 struct GifFrame {
@@ -29,5 +30,5 @@ struct GifFrameBlocks {
 };
 
 // Writes a frame in one style; or, with `compare`, in the one of all that makes it smallest.
-GifFrameBlocks WriteGifFrame(const GifFrame& frame, const GifTable& global, std::size_t style,
-                             bool compare);
+GifFrameBlocks WriteGifFrame(LzwEncoder& encoder, const GifFrame& frame, const GifTable& global,
+                             std::size_t style, bool compare);

@@ -19,7 +19,7 @@ constexpr std::int64_t kLongestDelay = 65535;
 }  // namespace
 
 GifWriter::GifWriter(int width, int height, GifSink sink)
-    : width_(width), height_(height), sink_(std::move(sink)) {}
+    : width_(width), height_(height), sink_(std::move(sink)), encoders_(kFramesAtOnce) {}
 
 void GifWriter::Add(const IndexedPicture& picture, int delay) {
   auto next = std::make_shared<const GifPicture>(picture);
@@ -77,9 +77,11 @@ void GifWriter::WriteFrame(const GifScreen& next, int delay) {
   before_ = std::move(step.after);
   const bool isSmall = frame.area.width * frame.area.height < kLeastForThread;
   const auto launch = isSmall ? std::launch::deferred : std::launch::async;
-  frames_.push_back(std::async(launch, [frame = std::move(frame), global = global_, style = style_,
-                                        compares = ComparesStyles(framesBegun_)] {
-    return WriteGifFrame(frame, *global, style, compares);
+  // Free again: frames are collected in their order.
+  LzwEncoder& encoder = encoders_[framesBegun_ % kFramesAtOnce];
+  frames_.push_back(std::async(launch, [&encoder, frame = std::move(frame), global = global_,
+                                        style = style_, compares = ComparesStyles(framesBegun_)] {
+    return WriteGifFrame(encoder, frame, *global, style, compares);
   }));
   ++framesBegun_;
 }

@@ -152,10 +152,10 @@ void LossyGifWriter::Shorten(LossyData& data, const LossyImage& image, const Gif
   constexpr std::size_t kLeastGainPart = 100;
   const std::size_t bytes = data.bytes.size();
   const TwoWayPixels ways = WaysOf(data.entries, image, area);
-  StyledData exact = CompressInStyle(ways, style_);
+  StyledData exact = CompressInStyle(exactEncoder_, ways, style_);
   if (bitPrice_ == 0 || exact.bytes.size() < bytes) {
     if (ComparesStyles(imagesInStyles_++)) {
-      exact = ShortestOfStyles(ways, std::move(exact));
+      exact = ShortestOfStyles(exactEncoder_, ways, std::move(exact));
       style_ = exact.style;
     }
   }

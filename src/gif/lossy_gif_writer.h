@@ -13,6 +13,7 @@
 #include "gif/gif_screen.h"
 #include "gif/indexed_picture.h"
 #include "gif/lossy_lzw_encoder.h"
+#include "gif/lzw_encoder.h"
 #include "gif/trials.h"
 #include "gif/two_way_pixels.h"
 
@@ -79,6 +80,7 @@ class LossyGifWriter {
   // What FilmColours says of each.
   std::vector<float> lives_;
   std::size_t picturesDrawn_ = 0;
+  LzwEncoder exactEncoder_;
   Trials exactTrials_;
   // How many images were compressed in styles, and the best of the last of which all were compared.
   std::size_t imagesInStyles_ = 0;

@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "gif/lzw_encoder.h"
 #include "gif/runs_to_draw.h"
 
 namespace {
@@ -34,9 +33,9 @@ void PreferToDrawShortRuns(TwoWayPixels& pixels) {
 
 }  // namespace
 
-StyledData CompressInStyle(const TwoWayPixels& pixels, std::size_t style) {
+StyledData CompressInStyle(LzwEncoder& encoder, const TwoWayPixels& pixels, std::size_t style) {
   const auto encode = [&](const TwoWayPixels& ways) {
-    return LzwEncoder().Encode({ways.one, ways.other, ways.codeSize, kStyles[style].leastGain});
+    return encoder.Encode({ways.one, ways.other, ways.codeSize, kStyles[style].leastGain});
   };
   if (!kStyles[style].drawsShortRuns) {
     return {encode(pixels), style};
@@ -46,13 +45,13 @@ StyledData CompressInStyle(const TwoWayPixels& pixels, std::size_t style) {
   return {encode(preferred), style};
 }
 
-StyledData ShortestOfStyles(const TwoWayPixels& pixels, StyledData known) {
+StyledData ShortestOfStyles(LzwEncoder& encoder, const TwoWayPixels& pixels, StyledData known) {
   const bool someStay = pixels.one != pixels.other;
   const std::size_t knownStyle = known.style;
   for (std::size_t style = 0; style < kGifStyles; ++style) {
     // Where no pixel may stay there are no runs to draw.
     if (style != knownStyle && (someStay || kStyles[style].drawsShortRuns)) {
-      StyledData data = CompressInStyle(pixels, style);
+      StyledData data = CompressInStyle(encoder, pixels, style);
       if (data.bytes.size() < known.bytes.size()) {
         known = std::move(data);
       }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "gif/lzw_encoder.h"
+
 // Entries of a colour table, row by row, in two ways that show the same; equal where there is only
 // one. A pixel that may stay as it is is transparent in `one`.
 struct TwoWayPixels {
@@ -26,10 +28,10 @@ struct StyledData {
 };
 
 // Compresses them in a style, which is below kGifStyles.
-StyledData CompressInStyle(const TwoWayPixels& pixels, std::size_t style);
+StyledData CompressInStyle(LzwEncoder& encoder, const TwoWayPixels& pixels, std::size_t style);
 
 // Returns the shortest of `known`, which one style made of them, and of what the others make.
-StyledData ShortestOfStyles(const TwoWayPixels& pixels, StyledData known);
+StyledData ShortestOfStyles(LzwEncoder& encoder, const TwoWayPixels& pixels, StyledData known);
 
 // Whether all styles are compared for a frame, the first being 0: for the first ones, which differ,
 // and now and then later. Frames are much like those before them, and comparing takes as long as
