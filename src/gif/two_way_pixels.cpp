@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "gif/lzw_strings.h"
 #include "gif/runs_to_draw.h"
 
 namespace {
@@ -14,7 +15,10 @@ struct Style {
   bool drawsShortRuns = false;
   std::size_t leastGain = 0;
 };
-constexpr std::array<Style, kGifStyles> kStyles = {{{true, 2}, {true, 3}, {false, 2}, {false, 3}}};
+// No string gains so much.
+constexpr std::size_t kNoShorter = LzwStrings::kLimit;
+constexpr std::array<Style, kGifStyles> kStyles = {
+    {{true, 2}, {true, 8}, {true, kNoShorter}, {false, 3}}};
 
 void PreferToDrawShortRuns(TwoWayPixels& pixels) {
   const auto stays = [&](std::size_t place) { return pixels.one[place] != pixels.other[place]; };
