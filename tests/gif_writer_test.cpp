@@ -70,21 +70,23 @@ TEST(GifWriter, DrawsNoMoreThanItMust) {
 }
 
 TEST(RunsToDraw, ChangeTheColourNoMoreOftenThanTransparentOnes) {
-  // Colours, which pixels may stay ("s"), and which of them are drawn ("d").
-  const std::array<std::string, 3> cases[] = {
+  // Which pixels may stay ("s"), and which of them are drawn ("d").
+  const struct {
+    std::string colours, stays, drawn;
+  } kCases[] = {
       {"wwwcwww", "sss-sss", "ddd-ddd"}, {"aabb", "ssss", "dddd"}, {"abcd", "ssss", "ssss"},
       {"xaax", "-ss-", "-dd-"},          {"xabx", "-ss-", "-ss-"}, {"abc", "sss", "ddd"},
       {"xabcddd", "sss-sss", "sss-ddd"}, {"ab", "--", "--"},
   };
-  for (const auto& [colours, stays, expected] : cases) {
-    std::string found = stays;
+  for (const auto& c : kCases) {
+    std::string found = c.stays;
     ForEachRunToDraw(
-        0, colours.size(), [&](std::size_t place) { return stays[place] == 's'; },
-        [&](std::size_t place) { return colours[place] != colours[place - 1]; },
+        0, found.size(), [&](std::size_t place) { return c.stays[place] == 's'; },
+        [&](std::size_t place) { return c.colours[place] != c.colours[place - 1]; },
         [&](std::size_t begin, std::size_t end) {
           found.replace(begin, end - begin, end - begin, 'd');
         });
-    EXPECT_EQ(found, expected) << colours;
+    EXPECT_EQ(found, c.drawn) << c.colours;
   }
 }
 
