@@ -13,6 +13,7 @@ GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
   std::sort(colours.begin(), colours.end(),
             [](const auto& a, const auto& b) { return a.colour < b.colour; });
   std::vector<GifColourUse> distinct;
+  distinct.reserve(colours.size());
   for (const auto& [colour, pixels] : colours) {
     if (distinct.empty() || distinct.back().colour != colour) {
       distinct.push_back({colour, 0});
@@ -21,6 +22,7 @@ GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
   }
   std::stable_sort(distinct.begin(), distinct.end(),
                    [](const auto& a, const auto& b) { return a.pixels > b.pixels; });
+  colours_.reserve(distinct.size() + 1);
   for (const auto& [colour, pixels] : distinct) {
     if (colour != kTransparent) {
       colours_.push_back(colour);
@@ -32,6 +34,7 @@ GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
     const bool isFull = colours_.size() >= 4 && std::has_single_bit(colours_.size());
     colours_.insert(isFull ? colours_.end() : colours_.begin(), kTransparent);
   }
+  entries_.reserve(colours_.size());
   for (std::size_t entry = 0; entry < colours_.size(); ++entry) {
     entries_.emplace_back(colours_[entry], static_cast<int>(entry));
   }
@@ -49,11 +52,12 @@ int GifTable::Bits() const {
 }
 
 std::string GifTable::Bytes() const {
-  std::string bytes;
+  std::string bytes(std::size_t{3} << Bits(), '\0');
+  auto byte = bytes.begin();
   for (const GifColour colour : colours_) {
-    bytes += {static_cast<char>(colour), static_cast<char>(colour >> 8),
-              static_cast<char>(colour >> 16)};
+    *byte++ = static_cast<char>(colour);
+    *byte++ = static_cast<char>(colour >> 8);
+    *byte++ = static_cast<char>(colour >> 16);
   }
-  bytes.resize(std::size_t{3} << Bits());
   return bytes;
 }

@@ -53,6 +53,7 @@ GifScreen Cleared(GifScreen screen, const GifArea& area, int width) {
 
 GifPicture::GifPicture(const IndexedPicture& picture)
     : width(picture.width), height(picture.height), indices(picture.indices) {
+  palette.reserve(picture.palette.size());
   for (const Colour& colour : picture.palette) {
     palette.push_back(ToGifColour(colour));
   }

@@ -45,6 +45,7 @@ void GifWriter::Finish() {
 void GifWriter::Start(const GifPicture& picture) {
   constexpr int kEightBitsAColour = 0x70;
   std::vector<GifColourUse> counts;
+  counts.reserve(picture.palette.size());
   for (const GifColour colour : picture.palette) {
     counts.push_back({colour, 0});
   }

@@ -54,7 +54,7 @@ class GifWriter {
   // The best style of the last frame of which all were compared.
   std::size_t style_ = 0;
   // For each of the frames that are compressed at once.
-  std::vector<LzwEncoder> encoders_;
+  std::deque<LzwEncoder> encoders_;
   // Those that are being compressed, in their order.
   std::deque<std::future<GifFrameBlocks>> frames_;
 };

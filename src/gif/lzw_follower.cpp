@@ -189,12 +189,24 @@ inline void LzwFollower::OutputString(int code) {
   }
 }
 
-// Follows a string to its root, and gives up where no string without a circle can reach.
+// Follows a string to its root, and gives up where no string without a circle can reach. Whole
+// rounds of a circle are left out, since they end where they began.
 void LzwFollower::FollowString(int code) const {
   int length = 0;
+  int lookedFor = code;
+  int lookedForSince = 0;
+  int mostSteps = 1;
   while (code != kRoot && length < kLongestString) {
     code = prefix_[static_cast<std::size_t>(code)];
     ++length;
+    if (code == lookedFor) {
+      const int round = length - lookedForSince;
+      length += (kLongestString - length) / round * round;
+    } else if (length - lookedForSince == mostSteps) {
+      lookedFor = code;
+      lookedForSince = length;
+      mostSteps *= 2;
+    }
   }
   if (code != kRoot) {
     std::fprintf(messages, "Error: Sending i=%ld index=%ld\n", long{length}, long{code});

@@ -53,15 +53,19 @@ std::string Days(const std::string& year, const std::string& month, const std::s
   return isDay ? std::to_string((sys_days(date) - sys_days(1900y / 1 / 1)).count()) : "";
 }
 
-const std::string kDigitsDate = R"((\d{4})(\d\d)(\d\d))";
-const std::string kYearFirst = R"((\d{4})([-._])(\d\d?)\2(\d\d?)(?!\d))";
-const std::string kTwelve =
-    R"((\d\d?)(?:([.:_-])([0-5]\d)(?:\2([0-5]\d))?)?(?: | )?([ap]m)(?![a-z]))";
+std::regex Pattern(const std::string& text) {
+  return std::regex(text, std::regex::icase);
+}
 
-bool IsMatch(std::smatch& m, const std::string& text, std::size_t at, const std::string& pattern) {
-  static std::map<std::string, std::regex> made;
-  const auto place = made.try_emplace(pattern, pattern, std::regex::icase).first;
-  return std::regex_search(text.begin() + static_cast<long>(at), text.end(), m, place->second,
+const std::regex kDigitsDate = Pattern(R"((\d{4})(\d\d)(\d\d)(?!\d))");
+const std::regex kYearFirst = Pattern(R"((\d{4})([-._])(\d\d?)\2(\d\d?)(?!\d))");
+const std::regex kTwelve =
+    Pattern(R"((\d\d?)(?:([.:_-])([0-5]\d)(?:\2([0-5]\d))?)?(?: | )?([ap]m)(?![a-z]))");
+const std::regex kChain = Pattern(R"(\d+([.,]\d+)*)");
+const std::regex kPower = Pattern(R"(e([+-]\d{1,3}|\d{1,3}(?![a-z]))(?!\d|[.,]\d))");
+
+bool IsMatch(std::smatch& m, const std::string& text, std::size_t at, const std::regex& pattern) {
+  return std::regex_search(text.begin() + static_cast<long>(at), text.end(), m, pattern,
                            std::regex_constants::match_continuous);
 }
 
@@ -73,7 +77,7 @@ std::size_t Cut(Name& name, std::size_t at) {
     name.tokens.push_back({begin, begin + size, "", s.substr(begin, size), "", "", 0, false});
     name.pattern += '/';
   };
-  if (IsMatch(m, s, at, kDigitsDate + R"((?!\d))") && !Days(m[1], m[2], m[3]).empty()) {
+  if (IsMatch(m, s, at, kDigitsDate) && !Days(m[1], m[2], m[3]).empty()) {
     add(at, 8);
     return at + 8;
   }
@@ -91,7 +95,7 @@ std::size_t Cut(Name& name, std::size_t at) {
     name.pattern += "//";
     return name.tokens.back().end;
   }
-  IsMatch(m, s, at, R"(\d+([.,]\d+)*)");
+  IsMatch(m, s, at, kChain);
   const std::string chain = m[0];
   const std::size_t count =
       1 + static_cast<std::size_t>(std::count_if(chain.begin(), chain.end(), ispunct));
@@ -120,7 +124,7 @@ std::size_t Cut(Name& name, std::size_t at) {
     }
   }
   std::size_t end = at + chain.size();
-  if (count <= 2 && IsMatch(m, s, end, R"(e([+-]\d{1,3}|\d{1,3}(?![a-z]))(?!\d|[.,]\d))")) {
+  if (count <= 2 && IsMatch(m, s, end, kPower)) {
     name.tokens.back().power = m[1];
     end += m[0].str().size();
     name.tokens.back().end = end;
@@ -145,6 +149,7 @@ Name CutName(const std::string& text) {
 struct Form {
   std::string pattern, fields;
   bool isDoubtful = false;
+  std::regex made = {};
 };
 
 std::string Marked(std::string pattern, char mark) {
@@ -193,6 +198,9 @@ const std::vector<Form>& Forms() {
       forms.push_back(date);
     }
     forms.insert(forms.end(), alone.begin(), alone.end());
+    for (Form& form : forms) {
+      form.made = Pattern(form.pattern);
+    }
     return forms;
   }();
   return kForms;
@@ -207,7 +215,7 @@ struct Time {
 Time ReadTime(const Name& name, std::size_t token, const Form& form) {
   std::smatch m;
   if (!name.tokens[token].sign.empty() ||
-      !IsMatch(m, name.stem, name.tokens[token].begin, form.pattern)) {
+      !IsMatch(m, name.stem, name.tokens[token].begin, form.made)) {
     return {};
   }
   std::map<char, std::string> field;
@@ -502,7 +510,7 @@ std::vector<std::string> NamesOfBytes(const std::string& bytes) {
   };
   const auto pick = [&](const Strings& choices) { return choices[draw(choices.size())]; };
   // What the names are made of; every set uses few of them.
-  const std::vector<Strings> kNumbers = {
+  static const std::vector<Strings> kNumbers = {
       {"0", "1", "2", "9", "10", "11"},
       {"1.9", "1.10", "1.2", "1.11", "2.1", "2.0", "1.05"},
       {"0.5", "1.0", "1.5", "2.0", "2.5"},
@@ -523,8 +531,8 @@ std::vector<std::string> NamesOfBytes(const std::string& bytes) {
       {"12.00.15", "11.59.58", "12.00.61"},
       {"2024-03-05T11-59-58", "2024-03-05T11-59-58.5", "2024-03-06T00-00-00"}};
   constexpr std::size_t kTimes = 10;
-  const Strings kTexts = {"", "f_", "t=", "cam", "shot-", "a (", "e"};
-  const Strings kBetween = {"_", "-", "_t", " ", "_c", "x"};
+  static const Strings kTexts = {"", "f_", "t=", "cam", "shot-", "a (", "e"};
+  static const Strings kBetween = {"_", "-", "_t", " ", "_c", "x"};
   Strings names;
   for (std::size_t groups = 1 + draw(2); groups > 0; --groups) {
     const std::string front = pick(kTexts);
