@@ -262,8 +262,12 @@ TEST_F(AnimateLinuxTest, NamesTheFolderForTemporaryFilesThatIsMissing) {
 }
 
 TEST_F(AnimateLinuxTest, WorksWithoutStandardStreams) {
-  RunWith(kGood, {"/bin/sh", "-c", "exec \"$@\" <&- >&- 2>&-", "sh"});
-  EXPECT_NE(output_.Read("out.avi"), "old");
+  // None at all, and one whose reader has gone.
+  for (const char* run : {R"("$@" <&- >&- 2>&-)", R"({ sleep 0.2; "$@" 2>&1; } | :)"}) {
+    output_.Write("out.avi", "old");
+    RunWith(kGood, {"/bin/sh", "-c", run, "sh"});
+    EXPECT_NE(output_.Read("out.avi"), "old") << run;
+  }
 }
 
 TEST_F(AnimateLinuxTest, AnInterruptedRunLeavesNothing) {
