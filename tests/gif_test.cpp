@@ -212,7 +212,12 @@ TEST_F(GifFixture, SettingsShowInTheOutput) {
             "Transparent not matched fully, col #1 (40,50,60) used now\n"
             "Image: 2x1x2 m=0 i=0 pix=0 \n"
             "Clearing Table...\nIniting Table...Clearing Table...\nIniting Table...");
-  // Colours equally near: the lower index is taken.
+  // Red, green and blue count each; of colours equally near the lower index is taken.
+  for (const int colour :
+       {40 + (30 << 8) + (40 << 16), 20 + (50 << 8) + (40 << 16), 20 + (30 << 8) + (60 << 16)}) {
+    Merge({file}, {.transparent = colour});
+    EXPECT_THAT(errors_, HasSubstr("col #1 (40,50,60)"));
+  }
   Merge({file}, {.transparent = 25 + (35 << 8) + (45 << 16)});
   EXPECT_THAT(errors_, HasSubstr("col #0 (10,20,30)"));
   EXPECT_THAT(Merge({file}, {.transparent = 0}), HasSubstr(Bytes({0x21, 0xF9, 4, 9, 1, 0, 0, 0})));

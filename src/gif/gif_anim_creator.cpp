@@ -99,8 +99,7 @@ bool k3dGifAnimCreator::AppendConverted(const CString& path, std::FILE* output, 
   platform::RemoveFile(temporary);
   // A conversion that fails shows only as a file that cannot be opened.
   const auto encoder = platform::FindImageEncoder(L"image/gif");
-  if (platform::ConvertImage(path, temporary, encoder.value_or(platform::ImageEncoder())) !=
-      platform::Conversion::kNotLoaded) {
+  if (platform::ConvertImage(path, temporary, encoder.value_or(platform::ImageEncoder()))) {
     m_aHeld.emplace_back(path);
   }
   const bool copied = AppendGifFile(temporary, output, first);

@@ -15,11 +15,9 @@ using ImageEncoder = std::array<std::uint8_t, 16>;
 // when there is none or GDI+ has not been started.
 std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType);
 
-enum class Conversion { kNotLoaded, kNotSaved, kDone };
-
 // Loads the image file `from` and saves it as the file `to` with the encoder and no parameters for
-// it. Returns how far that went.
-Conversion ConvertImage(const std::string& from, const std::string& to,
-                        const ImageEncoder& encoder);
+// it. Returns whether it could be loaded; what cannot be saved is missing, or nothing that a reader
+// takes.
+bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder);
 
 }  // namespace platform

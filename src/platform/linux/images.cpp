@@ -66,13 +66,12 @@ std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType) {
   return std::nullopt;
 }
 
-Conversion ConvertImage(const std::string& from, const std::string& to,
-                        const ImageEncoder& encoder) {
+bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder) {
   const auto load = FindGdiplusCall<LoadCall>("GdipCreateBitmapFromFile");
   const auto save = FindGdiplusCall<SaveCall>("GdipSaveImageToFile");
   const auto dispose = FindGdiplusCall<DisposeCall>("GdipDisposeImage");
   if (load == nullptr || save == nullptr || dispose == nullptr) {
-    return Conversion::kNotLoaded;
+    return false;
   }
   try {
     // Names that are no UTF-8 have no wide form.
@@ -80,13 +79,13 @@ Conversion ConvertImage(const std::string& from, const std::string& to,
     const std::u16string wideTo = std::filesystem::path(NativePath(to)).u16string();
     void* loaded = nullptr;
     if (load(wideFrom.c_str(), &loaded) != kOk) {
-      return Conversion::kNotLoaded;
+      return false;
     }
     const std::unique_ptr<void, DisposeCall> bitmap(loaded, dispose);
-    return save(bitmap.get(), wideTo.c_str(), &encoder, nullptr) == kOk ? Conversion::kDone
-                                                                        : Conversion::kNotSaved;
+    save(bitmap.get(), wideTo.c_str(), &encoder, nullptr);
+    return true;
   } catch (const std::filesystem::filesystem_error&) {
-    return Conversion::kNotLoaded;
+    return false;
   }
 }
 

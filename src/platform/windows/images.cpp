@@ -27,18 +27,16 @@ std::optional<ImageEncoder> FindImageEncoder(const std::wstring& mimeType) {
   return std::nullopt;
 }
 
-Conversion ConvertImage(const std::string& from, const std::string& to,
-                        const ImageEncoder& encoder) {
+bool ConvertImage(const std::string& from, const std::string& to, const ImageEncoder& encoder) {
   Gdiplus::GpBitmap* loaded = nullptr;
   if (flat::GdipCreateBitmapFromFile(Widened(from).c_str(), &loaded) != Gdiplus::Ok) {
-    return Conversion::kNotLoaded;
+    return false;
   }
   const OwnedImage bitmap(loaded);
   CLSID identifier = {};
   std::memcpy(&identifier, encoder.data(), encoder.size());
-  const bool saved = flat::GdipSaveImageToFile(bitmap.get(), Widened(to).c_str(), &identifier,
-                                               nullptr) == Gdiplus::Ok;
-  return saved ? Conversion::kDone : Conversion::kNotSaved;
+  flat::GdipSaveImageToFile(bitmap.get(), Widened(to).c_str(), &identifier, nullptr);
+  return true;
 }
 
 }  // namespace platform
