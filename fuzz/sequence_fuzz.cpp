@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const animate::Failure&) {
     found.clear();
   }
-  // The literal rules take some ten times as long.
+  // The literal rules take several times as long.
   constexpr std::size_t kComparedOneOf = 64;
   if (std::hash<std::string>()(bytes) % kComparedOneOf == 0 &&
       found != OrderLiterally(names, ' ')) {

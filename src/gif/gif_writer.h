@@ -6,7 +6,6 @@
 #include <deque>
 #include <future>
 #include <memory>
-#include <vector>
 
 #include "gif/gif_colours.h"
 #include "gif/gif_format.h"
@@ -53,7 +52,8 @@ class GifWriter {
   std::size_t framesBegun_ = 0;
   // The best style of the last frame of which all were compared.
   std::size_t style_ = 0;
-  // For each of the frames that are compressed at once.
+  // For each of the frames that are compressed at once; apart, since memory for both in one piece
+  // is large enough to be asked of the system each time.
   std::deque<LzwEncoder> encoders_;
   // Those that are being compressed, in their order.
   std::deque<std::future<GifFrameBlocks>> frames_;
