@@ -98,6 +98,7 @@ TEST_F(AnimateLinuxTest, BelievesNoConverter) {
     const ProgramResult result = RunWith(c.script);
     EXPECT_EQ(result.exitStatus, 1) << c.script;
     EXPECT_THAT(result.errors, HasSubstr(c.message));
+    EXPECT_THAT(result.errors, testing::Not(HasSubstr("no encoder")));
     EXPECT_EQ(result.output, "");
     ExpectNothingChanged();
   }
@@ -241,6 +242,19 @@ TEST_F(AnimateLinuxTest, WorksWhereTheSystemLacksLinksAndRenamingWithoutReplacin
     EXPECT_THAT(result.output, HasSubstr("out.avi: 12 frames"));
     EXPECT_THAT(output_.Names(), ElementsAre("out.avi"));
   }
+}
+
+TEST_F(AnimateLinuxTest, SaysThatThereIsNoRoomForCopies) {
+  // With a hole that is larger than all that is free, which no fault shall fill.
+  fs::resize_file(frames_.File("7.png"), fs::space(temp_.Path()).available + 4096);
+  Variables here;
+  here.Set("ASAN_OPTIONS", "detect_leaks=0");
+  const ProgramResult result = RunWith(
+      "exit 3",
+      {"/bin/sh", "-c",
+       "ulimit -f 9999; exec strace -o /dev/null -e inject=symlink:error=EPERM \"$@\"", "sh"});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_THAT(result.errors, HasSubstr("there is no room for copies of the frames in"));
 }
 
 TEST_F(AnimateLinuxTest, ReplacesWhatALinkLeadsToUnlessItIsReadOnly) {

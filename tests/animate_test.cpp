@@ -470,6 +470,9 @@ TEST_F(AnimateTest, TakesAListOrMakesEachSequence) {
   EXPECT_EQ(none.exitStatus, 1);
   EXPECT_EQ(std::count(none.errors.begin(), none.errors.end(), '\n'), 3) << none.errors;
 
+  EXPECT_THAT(RunAlone({frames_.Path() + "/a1.png", output_.Path(), "--each"}).errors,
+              HasSubstr("--each takes a folder or a pattern; \"a1.png\" is one frame"));
+
   frames_.Write("list.txt", "b2.png\r\na1.png\nb2.png\n");
   const ProgramResult listed = RunAlone({"--from-list", frames_.Path() + "/list.txt", "list.gif"});
   EXPECT_EQ(listed.exitStatus, 0) << listed.errors;

@@ -5,6 +5,7 @@
 #include "converter/decoding_log.h"
 #include "converter/find_converter.h"
 #include "converter/proof.h"
+#include "converter/recipe.h"
 #include "converter/size_limit.h"
 #include "converter/small_pictures.h"
 #include "converter/staging.h"
@@ -218,12 +219,37 @@ TEST(SizeLimit, FindsTheLargestThatFitsWithFewTries) {
     EXPECT_TRUE(found == 39 || size(found) <= most) << most;
     EXPECT_TRUE(found == 100 || size(found + 1) > most) << most;
   }
+  for (int last = 40; last < 100; ++last) {
+    const auto size = [&](int quality) -> std::uint64_t { return quality > last ? 9000 : 10; };
+    EXPECT_EQ(animate::LargestWithin(500, 40, 100, size), last);
+  }
   animate::Film film;
   film.format = animate::FindFormat("mp4");
   SetPlanned(film, {101, 1});
   const animate::Film quarter = animate::Shrunk(film, 25);
   EXPECT_EQ(std::pair(quarter.planned, quarter.size),
             std::pair(animate::Size{25, 1}, animate::Size{26, 2}));
+}
+
+// The encoder of MP4 would go beyond what players show.
+TEST(Recipe, NamesTheLevelThatLargePicturesStillFitInto) {
+  const struct {
+    animate::Size size;
+    double rate;
+    bool isNamed;
+  } kCases[] = {
+      {{1920, 1080}, 60, false}, {{2048, 1088}, 60, false},  {{2050, 1088}, 60, true},
+      {{4096, 2304}, 26, true},  {{4096, 2304}, 27, false},  {{4098, 2304}, 1, false},
+      {{16, 16384}, 900, false}, {{9 * 16, 16384}, 1, true},
+  };
+  animate::Film film;
+  film.format = animate::FindFormat("mp4");
+  for (const auto& c : kCases) {
+    SetPlanned(film, c.size);
+    film.rate.value = c.rate;
+    EXPECT_EQ(testing::Value(EncodingWords(film), testing::Contains("5.1")), c.isNamed)
+        << c.size.width << " " << c.rate;
+  }
 }
 
 TEST(Start, IsTriedAgainOnlyWhereTheErrorSoonPasses) {

@@ -144,6 +144,7 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.ppm", "P6 3 2 255 " + std::string(17, 'p'), "is cut, its end is missing"},
       {"a.pgm", "P5 3 2 4095 " + std::string(12, 'p'), "3x2 deep"},
       {"a.pbm", "P4 9 2 " + std::string(4, 'p'), "9x2"},
+      {"a.pbm", "P4 9 2 " + std::string(3, 'p'), "is cut, its end is missing"},
       {"a.pnm", "P1 3 2 1 0 1 0 1 0", "3x2"},
       {"a.gif", gif, "3x2"},
       {"a.gif", less(gif, 1), "3x2"},
