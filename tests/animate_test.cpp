@@ -258,13 +258,19 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
   const ProgramResult list = Run({"--list", "--fill-gaps"});
   EXPECT_EQ(list.exitStatus, 0);
   EXPECT_EQ(list.errors, findings);
-  std::string paths;
-  for (const char* name : {"f01", "f1", "f2", "f2", "f2", "f5", "f6", "f6", "f8", "f9"}) {
-    paths += (fs::path(frames_.Path()) / name).string() + ".png\n";
-  }
-  EXPECT_EQ(list.output, paths);
+  const auto pathsOf = [&](const Words& names) {
+    std::string paths;
+    for (const std::string& name : names) {
+      paths += (fs::path(frames_.Path()) / name).string() + ".png\n";
+    }
+    return paths;
+  };
+  EXPECT_EQ(list.output, pathsOf({"f01", "f1", "f2", "f2", "f2", "f5", "f6", "f6", "f8", "f9"}));
   EXPECT_EQ(Run({"--list", "--speed", "16"}).errors,
             findings + "unseen: 1 frame stands for less than a tick of 16 frames a second\n");
+  EXPECT_EQ(Run({"--list", "--every", "3", "-q"}).output, pathsOf({"f01", "f5", "f9"}));
+  EXPECT_THAT(Run({"--list", "--expect", "1-11"}).errors,
+              HasSubstr("that --expect asks for: 3 to 4, 7, 10 to 11\n"));
 
   const ProgramResult made = Run({"out.mp4", "--fill-gaps", "-r", "2.5", "--size", "15x17"});
   EXPECT_EQ(made.errors, findings + "making: " + (fs::path(output_.Path()) / "out.mp4").string() +

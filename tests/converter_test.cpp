@@ -252,6 +252,17 @@ TEST(Recipe, NamesTheLevelThatLargePicturesStillFitInto) {
   }
 }
 
+TEST(Recipe, HasNoPicturesThatAreNeverShownBesideTransparency) {
+  using FreePixels = animate::Film::FreePixels;
+  animate::Film film;
+  film.format = animate::FindFormat("webm");
+  for (const FreePixels pixels : {FreePixels::kNone, FreePixels::kKept}) {
+    film.freePixels = pixels;
+    EXPECT_EQ(testing::Value(EncodingWords(film), testing::Contains("-auto-alt-ref")),
+              pixels == FreePixels::kKept);
+  }
+}
+
 TEST(Start, IsTriedAgainOnlyWhereTheErrorSoonPasses) {
   const struct {
     std::vector<int> errors;

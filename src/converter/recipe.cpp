@@ -139,7 +139,8 @@ Words WordsForFilm(const Film& film) {
     return {"-pix_fmt", KeepsDepth(film) ? "rgb48be" : "rgba"};
   }
   const bool isKept = film.freePixels == Film::FreePixels::kKept;
-  // With transparency its encoder has no pictures that are never shown.
+  // Some versions of its encoder refuse transparency where pictures may be there that are never
+  // shown.
   return film.format->extension == "webm" && isKept ? Words{"-auto-alt-ref", "0"} : Words();
 }
 

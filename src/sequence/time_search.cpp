@@ -6,8 +6,8 @@
 namespace animate {
 namespace {
 
-// The texts between the pieces of a group: one in front of each and one behind the last.
-std::vector<std::string_view> TextsBetween(const NameGroup& group) {
+// The text in front of each piece of a group.
+std::vector<std::string_view> TextsInFront(const NameGroup& group) {
   const std::string_view pattern = group.pattern;
   std::vector<std::string_view> texts;
   std::size_t at = 0;
@@ -16,7 +16,6 @@ std::vector<std::string_view> TextsBetween(const NameGroup& group) {
     texts.push_back(pattern.substr(at, mark - at));
     at = mark + (piece.clock < 0 ? 1 : 2);
   }
-  texts.push_back(pattern.substr(at));
   return texts;
 }
 
@@ -26,7 +25,7 @@ bool IsOneOf(std::string_view text, std::string_view characters) {
 
 class TimeSearch {
  public:
-  explicit TimeSearch(const NameGroup& group) : group_(group), texts_(TextsBetween(group)) {}
+  explicit TimeSearch(const NameGroup& group) : group_(group), texts_(TextsInFront(group)) {}
 
   // The point in time that begins with the piece, if there is one.
   std::optional<TimeForm> FindAt(std::size_t piece) const {
