@@ -382,6 +382,7 @@ TEST_F(AnimateTest, SpreadsLevelsAndKeepsSixteenBits) {
   EXPECT_THAT(Run({"auto.mp4", "--levels", "auto"}).errors,
               HasSubstr("values from 0 to 3000, which are spread"));
   ExpectNear(Rgb("auto.mp4"), 0, {0, 255, 85});
+  EXPECT_EQ(Run({"deep.apng", "--overwrite", "--levels", "0-65535"}).exitStatus, 0);
   EXPECT_EQ(Run({"some.gif", "--levels", "1000-5004"}).exitStatus, 0);
   ExpectNear(Rgb("some.gif"), 0, {0, 127, 0});
 }
@@ -532,6 +533,10 @@ TEST_F(AnimateTest, RefusesWithAReasonAndLosesNothing) {
     EXPECT_THAT(output_.Names(), ElementsAre("out.mp4"));
     EXPECT_EQ(output_.Read("out.mp4"), "old");
   }
+  const TempFolder outer;
+  outer.WriteAll({"a.exr", "run1/1.png", "run1/2.png", "run2/other.txt"});
+  EXPECT_THAT(RunAlone({outer.Path()}).errors,
+              testing::EndsWith("; but 1 .exr, the folder \"run1\" with 2\n"));
 }
 
 TEST_F(AnimateTest, MergesGifsWithoutTheConverter) {

@@ -118,9 +118,9 @@ TEST(AnimateOptions, AreTakenAsTheyAreMeant) {
   EXPECT_TRUE(ReadOptions({"--from-list", "-"}).frameList->empty());
   const Options chosen =
       ReadOptions({"f", "--numbers", "whole", "--every", "2", "--only", "1-", "--expect", "-9",
-                   "--bad", "hold", "--hold", "1.5", "--quality", "7", "--converter", "c"});
+                   "--bad", "hold", "--hold", "1.5", "--quality", "100", "--converter", "c"});
   EXPECT_EQ(std::tuple(chosen.numbers, chosen.every, chosen.bad, chosen.hold, chosen.quality),
-            std::tuple(animate::Numbers::kWhole, 2U, animate::BadFrames::kHold, 1.5, 7));
+            std::tuple(animate::Numbers::kWhole, 2U, animate::BadFrames::kHold, 1.5, 100));
   EXPECT_TRUE(chosen.only->first && !chosen.only->last && chosen.expect->last);
   EXPECT_EQ(chosen.converter.filename(), "c");
   EXPECT_EQ(ReadOptions({"--", "-f"}).frames.filename(), "-f");

@@ -72,6 +72,11 @@ std::string Tga(char kind, char bits, char descriptor) {
          bits + descriptor;
 }
 
+// A TGA file of 3x2 with a palette of two colours, or with what `flag` says instead.
+std::string TgaOfPalette(int flag) {
+  return Bytes({0, flag, 1, 0, 0, 2, 0, 24, 0, 0, 0, 0, 3, 0, 2, 0, 8, 0}) + std::string(12, 'p');
+}
+
 TEST(Picture, TellsItsSizeAndWhatIsWrong) {
   const std::string gif = GifOfPixels(3, 2, 2, Bytes({0, 1, 2, 3, 2, 1}));
   std::string gifOutside = gif;
@@ -139,6 +144,8 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.tga", Tga(2, 32, 8) + std::string(24, 'p'), "3x2 gradual"},
       {"a.tga", Tga(2, 24, 0) + std::string(17, 'p'), "is cut, its end is missing"},
       {"a.tga", Tga(10, 24, 0) + "packed", "3x2"},
+      {"a.tga", TgaOfPalette(1) + std::string(12, 'p'), "3x2"},
+      {"a.tga", TgaOfPalette(2) + std::string(12, 'p'), "is no picture"},
       {"a.tga", Tga(2, 23, 0) + std::string(18, 'p'), "is no picture"},
       {"a.ppm", "P6\n# 7 8\n3 2\n255\n" + std::string(18, 'p'), "3x2"},
       {"a.ppm", "P6 3 2 255 " + std::string(17, 'p'), "is cut, its end is missing"},
@@ -165,6 +172,11 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
                     (facts->isDeep ? " deep" : "") + (facts->hasMore ? " more" : "")
               : facts.Reason();
     EXPECT_EQ(said, c.said) << c.name << " " << c.content.size();
+  }
+  for (const int compression : {1, 2, 3, 4, 5, 8, 32773, 32946, 34925}) {
+    const std::string tiff = Tiff(true, 84, 259, compression);
+    animate::Bytes content(tiff);
+    EXPECT_TRUE(animate::LookAtContent(content, "a.tif")) << compression;
   }
 }
 
