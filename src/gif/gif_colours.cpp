@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <numeric>
 
 namespace {
 
@@ -15,30 +16,35 @@ GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
   std::vector<GifColourUse> distinct;
   distinct.reserve(colours.size());
   for (const auto& [colour, pixels] : colours) {
+    if (colour == kTransparent) {
+      continue;
+    }
     if (distinct.empty() || distinct.back().colour != colour) {
       distinct.push_back({colour, 0});
     }
     distinct.back().pixels += pixels;
   }
-  std::stable_sort(distinct.begin(), distinct.end(),
-                   [](const auto& a, const auto& b) { return a.pixels > b.pixels; });
-  colours_.reserve(distinct.size() + 1);
-  for (const auto& [colour, pixels] : distinct) {
-    if (colour != kTransparent) {
-      colours_.push_back(colour);
-    }
+  std::vector<std::size_t> ranks(distinct.size());
+  std::iota(ranks.begin(), ranks.end(), std::size_t{0});
+  std::sort(ranks.begin(), ranks.end(), [&](std::size_t a, std::size_t b) {
+    return std::pair(distinct[b].pixels, a) < std::pair(distinct[a].pixels, b);
+  });
+  const std::size_t free = wantsTransparent && distinct.size() < kMostColours ? 1 : 0;
+  // At the front an image with few colours has narrow codes for it; but it should not widen those
+  // of an image that has no use for it.
+  const bool isFull = distinct.size() >= 4 && std::has_single_bit(distinct.size());
+  const std::size_t first = isFull ? 0 : free;
+  colours_.resize(distinct.size() + free, kTransparent);
+  entries_.resize(colours_.size());
+  if (free != 0) {
+    // Its number is below that of any colour.
+    entries_[0] = {kTransparent, isFull ? static_cast<int>(distinct.size()) : 0};
   }
-  if (wantsTransparent && colours_.size() < kMostColours) {
-    // At the front an image with few colours has narrow codes for it; but it should not widen those
-    // of an image that has no use for it.
-    const bool isFull = colours_.size() >= 4 && std::has_single_bit(colours_.size());
-    colours_.insert(isFull ? colours_.end() : colours_.begin(), kTransparent);
+  for (std::size_t rank = 0; rank < ranks.size(); ++rank) {
+    const GifColour colour = distinct[ranks[rank]].colour;
+    colours_[first + rank] = colour;
+    entries_[free + ranks[rank]] = {colour, static_cast<int>(first + rank)};
   }
-  entries_.reserve(colours_.size());
-  for (std::size_t entry = 0; entry < colours_.size(); ++entry) {
-    entries_.emplace_back(colours_[entry], static_cast<int>(entry));
-  }
-  std::sort(entries_.begin(), entries_.end());
 }
 
 int GifTable::EntryOf(GifColour colour) const {
