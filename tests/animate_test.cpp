@@ -315,6 +315,10 @@ TEST_F(AnimateTest, PutsFramesOnTheBackgroundInTheMiddle) {
   const std::string fitted = Rgb("fit.apng");
   ExpectNear(fitted, 12 * 1 + 3, {128, 0, 0});
   ExpectNear(fitted, 12 * 4 + 3, {0, 0, 0});
+  // One pixel high in the middle.
+  EXPECT_EQ(Run({"low.apng", "--size", "3x3", "--background", "black"}).exitStatus, 0);
+  ExpectNear(Rgb("low.apng"), 1, {0, 0, 0});
+  ExpectNear(Rgb("low.apng"), 4, {128, 0, 0});
   // Where transparency can stay it does.
   EXPECT_THAT(Run({"kept.apng"}).errors, testing::Not(HasSubstr("laid")));
   ExpectNear(Rgb("kept.apng", "alphaextract,format=rgb24"), 0, {128, 128, 128});
