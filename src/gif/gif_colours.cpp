@@ -27,7 +27,8 @@ GifTable::GifTable(std::vector<GifColourUse> colours, bool wantsTransparent) {
   std::vector<std::size_t> ranks(distinct.size());
   std::iota(ranks.begin(), ranks.end(), std::size_t{0});
   std::sort(ranks.begin(), ranks.end(), [&](std::size_t a, std::size_t b) {
-    return std::pair(distinct[b].pixels, a) < std::pair(distinct[a].pixels, b);
+    return distinct[a].pixels == distinct[b].pixels ? a < b
+                                                    : distinct[a].pixels > distinct[b].pixels;
   });
   const std::size_t free = wantsTransparent && distinct.size() < kMostColours ? 1 : 0;
   // At the front an image with few colours has narrow codes for it; but it should not widen those

@@ -1,11 +1,15 @@
 #include "gif/lzw_strings.h"
 
+LzwStrings::LzwStrings() {
+  lastLonger_.fill(kNone);
+}
+
 void LzwStrings::Clear(int pixelValues) {
   for (const std::size_t slot : taken_) {
+    lastLonger_[strings_[slots_[slot] % kLimit].shorter] = kNone;
     slots_[slot] = 0;
   }
   taken_.clear();
-  lastLonger_.fill(kNone);
   for (int pixel = 0; pixel < pixelValues; ++pixel) {
     const auto value = static_cast<std::uint8_t>(pixel);
     strings_[Place(pixel)] = {0, 1, value};

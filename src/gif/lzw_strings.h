@@ -14,6 +14,8 @@ class LzwStrings {
   static constexpr int kLimit = 4096;
   static constexpr int kNone = -1;
 
+  LzwStrings();
+
   // Forgets all strings but those of one pixel, whose values are below `pixelValues`, 4 to 256.
   void Clear(int pixelValues);
 
@@ -73,5 +75,5 @@ class LzwStrings {
   std::vector<std::size_t> taken_;
   std::array<String, kLimit> strings_ = {};
   std::array<Link, kLimit> links_ = {};
-  std::array<std::int16_t, kLimit> lastLonger_ = {};
+  std::array<std::int16_t, kLimit> lastLonger_;
 };

@@ -49,7 +49,7 @@ inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const Numb
   picture.height = 1 + below(mostHigh);
   picture.indices.resize(static_cast<std::size_t>(picture.width) *
                          static_cast<std::size_t>(picture.height));
-  const int colours = 1 + (below(8) == 7 ? 252 + below(4) : below(below(4) == 3 ? 256 : 5));
+  const int colours = 1 + (below(16) == 15 ? 252 + below(4) : below(below(8) == 7 ? 256 : 5));
   const int transparent = below(2) == 0 ? below(256) : colours;
   FillPalette(below, colours, transparent, picture);
   std::vector<std::pair<IndexedPicture, int>> pictures;
