@@ -45,6 +45,13 @@ std::string Bmp(int width, int height, int bits, int compression) {
          LittleEndian(compression, 4) + std::string(20, '\0');
 }
 
+// A pixel of 32 bits behind a header of a size, with a mask of its transparency.
+std::string MaskedBmp(int compression, int headerSize, int mask) {
+  return "BM12345678" + LittleEndian(70, 4) + LittleEndian(headerSize, 4) +
+         Bmp(1, 1, 32, compression).substr(18, 36) + std::string(12, '\0') + LittleEndian(mask, 4) +
+         "bgra";
+}
+
 // A picture of 300x5 with one more entry, whose two pieces of 2 bytes lie behind the directory and
 // the table of their places.
 std::string Tiff(bool isLittle, int secondPiece, int tag = 305, int value = 1, int next = 0) {
@@ -108,6 +115,10 @@ TEST(Picture, TellsItsSizeAndWhatIsWrong) {
       {"a.bmp", Bmp(3, 2, 24, 0) + std::string(23, 'p'), "is cut, its end is missing"},
       {"a.bmp", Bmp(3, 2, 8, 1) + "packed", "3x2"},
       {"a.bmp", Bmp(0, 2, 24, 0), "is damaged"},
+      {"a.bmp", MaskedBmp(3, 56, 1), "1x1 gradual"},
+      {"a.bmp", MaskedBmp(3, 56, 0), "1x1"},
+      {"a.bmp", MaskedBmp(3, 52, 1), "1x1"},
+      {"a.bmp", MaskedBmp(0, 56, 1), "1x1"},
       {"a.bmp", "BM123456789012" + LittleEndian(12, 4) + LittleEndian(300, 2) + LittleEndian(5, 2),
        "300x5"},
       {"a.tiff", Tiff(true, 84), "300x5"},
