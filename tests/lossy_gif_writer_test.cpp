@@ -141,6 +141,19 @@ TEST(LossyGifWriter, ShowsMoreColoursOfAPictureThatStands) {
             ErrorOf(written.shown.front(), film[0].first) / 2);
 }
 
+TEST(LossyGifWriter, LosesNoColourOfASinglePixelToASmallTable) {
+  Picture first;
+  first.reserve(std::size_t{128} * 128);
+  for (int place = 0; place < 128 * 128; ++place) {
+    first.push_back({0, static_cast<std::uint8_t>(place % 150), 255});
+  }
+  Picture second(first.size(), Colour{200, 0, 0});
+  first.back() = {200, 2, 0};
+  second.back() = {200, 1, 0};
+  const Film film = {{first, 8}, {second, 8}};
+  EXPECT_EQ(ErrorOf(Write(film, 128, 0).shown.back(), second), 0);
+}
+
 TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
   Film film;
   for (int number = 0; number < 40; ++number) {

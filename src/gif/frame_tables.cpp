@@ -143,6 +143,7 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
       global_(std::move(global)),
       isExact_(isExact),
       noDifference_(static_cast<int>(bitPrice / 2)),
+      entryPrice_(kTableBits * kGain * bitPrice / kMostEntries),
       tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastTablePrice)),
       samples_(bitPrice < kThoroughBelow ? kManySamples : kSamples),
       counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
@@ -162,7 +163,7 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
   }
   const Fit ofGlobal = Measure(pixels, nearGlobal_, noDifference_, fill);
   if (ofGlobal.needing >= kManyPixels) {
-    std::vector<Colour> needed = NeededOf(Global(), ofGlobal, tablePrice_ / kMostEntries);
+    std::vector<Colour> needed = NeededOf(Global(), ofGlobal, entryPrice_);
     const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
     if (!needed.empty() && LossyTableBits(needed) <= most) {
       NearColours near = OnTwoThreads(needed);

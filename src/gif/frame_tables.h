@@ -58,6 +58,8 @@ class FrameTables {
   bool isExact_;
   // How much of an error is worth nothing.
   int noDifference_;
+  // What an entry of a table has to gain, and what a table has to.
+  double entryPrice_;
   double tablePrice_;
   // How many pixels tell which table is the better one, where, and they.
   std::size_t samples_;
