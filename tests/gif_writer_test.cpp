@@ -69,6 +69,21 @@ TEST(GifWriter, DrawsNoMoreThanItMust) {
   }
 }
 
+TEST(GifWriter, AnEntryThatIsNotDrawnIsTransparentWhereCodesWouldBeWider) {
+  const auto row = [](const std::string& pixels) {
+    return IndexedPicture{8, 1, {pixels.begin(), pixels.end()}, {{1}, {2}, {3}, {4}}};
+  };
+  const Animation pictures = {{row(Bytes({0, 0, 0, 1, 1, 2, 2, 3})), 2},
+                              {row(Bytes({1, 0, 0, 1, 1, 2, 2, 1})), 2},
+                              {row(Bytes({3, 0, 0, 1, 2, 2, 0, 2})), 2}};
+  std::vector<int> transparent;
+  for (const GifImage& image : ReadGifBlocks(Written(pictures)).images) {
+    transparent.push_back(image.control.transparent.value_or(-1));
+  }
+  // The third picture is drawn in the first, third and fourth colour.
+  EXPECT_EQ(transparent, (std::vector<int>{4, 3, 1}));
+}
+
 TEST(RunsToDraw, ChangeTheColourNoMoreOftenThanTransparentOnes) {
   // Which pixels may stay ("s"), and which of them are drawn ("d").
   const struct {

@@ -21,6 +21,11 @@ struct Demand {
   bool someStay = false;
 };
 
+int CodeSizeFor(int largestEntry) {
+  return std::max(kSmallestCodeSize,
+                  static_cast<int>(std::bit_width(static_cast<unsigned>(largestEntry))));
+}
+
 // The pixels as entries of a table.
 struct Entries {
   TwoWayPixels pixels;
@@ -67,10 +72,11 @@ GifTable OwnTable(const GifFrame& frame, const Demand& demand) {
 std::optional<Entries> EntriesOf(const GifFrame& frame, const Demand& demand,
                                  const GifTable& table) {
   Entries entries;
-  const int none = table.EntryOf(kTransparent);
+  int none = table.EntryOf(kTransparent);
   const bool someStay = demand.someStay && none != GifTable::kNoEntry;
-  int largest = someStay ? none : 0;
+  int largest = 0;
   std::array<int, 256> entryOf = {};
+  std::array<bool, 256> isDrawn = {};
   for (std::size_t index = 0; index < frame.picture->palette.size(); ++index) {
     if (demand.drawn[index] == 0 && demand.staying[index] == 0) {
       continue;
@@ -81,7 +87,18 @@ std::optional<Entries> EntriesOf(const GifFrame& frame, const Demand& demand,
         return std::nullopt;
       }
       largest = std::max(largest, entryOf[index]);
+      isDrawn[static_cast<std::size_t>(entryOf[index])] = true;
     }
+  }
+  if (someStay && CodeSizeFor(none) > CodeSizeFor(largest)) {
+    // The transparent one behind all others would make all codes wider; any that is not drawn can
+    // be transparent too, rather one that few pixels have.
+    int free = (1 << CodeSizeFor(largest)) - 1;
+    while (free >= 0 && isDrawn[static_cast<std::size_t>(free)]) {
+      --free;
+    }
+    none = free < 0 ? none : free;
+    largest = std::max(largest, none);
   }
   // Some programs clear to a colour of the global table if this or the first image, of whichever
   // kind they are, has no transparent colour, so it is named even where no pixel has it.
@@ -90,8 +107,7 @@ std::optional<Entries> EntriesOf(const GifFrame& frame, const Demand& demand,
   }
   TwoWayPixels& pixels = entries.pixels;
   pixels.width = static_cast<std::size_t>(frame.area.width);
-  pixels.codeSize =
-      std::max(kSmallestCodeSize, static_cast<int>(std::bit_width(static_cast<unsigned>(largest))));
+  pixels.codeSize = CodeSizeFor(largest);
   const std::size_t size = pixels.width * static_cast<std::size_t>(frame.area.height);
   pixels.one.reserve(size);
   pixels.other.reserve(size);

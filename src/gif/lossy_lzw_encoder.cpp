@@ -93,7 +93,7 @@ LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
 }
 
 Part LossyLzwEncoder::Encode() {
-  LzwClearing clearing;
+  LzwClearing clearing{LzwClearing::kUsualWindow};
   clearing.Restart(0, part_.codes.BitCount());
   for (std::size_t place = 0; place < image_.pixels.size();) {
     const int next = part_.codes.NextCode();

@@ -2,8 +2,6 @@
 
 namespace {
 
-// A shorter window would have the table cleared by chance, a longer one too late.
-constexpr int kWindow = 192;
 // Noise comes down to its mean alone; clearing there costs and gains nothing.
 constexpr double kTolerance = 0.97;
 
@@ -17,14 +15,14 @@ void LzwClearing::Restart(std::size_t pixels, std::uint64_t bits) {
 bool LzwClearing::Pays(std::size_t pixels, std::uint64_t bits) {
   if (codes_++ == 0) {
     rateOfFilling_ = table_.Rate(pixels, bits);
-    window_ = {pixels, bits};
+    last_ = {pixels, bits};
     return false;
   }
-  if (codes_ <= kWindow) {
+  if (codes_ <= window_) {
     return false;
   }
-  const double rate = window_.Rate(pixels, bits);
-  window_ = {pixels, bits};
+  const double rate = last_.Rate(pixels, bits);
+  last_ = {pixels, bits};
   codes_ = 1;
   return rate < rateOfFilling_ * kTolerance;
 }

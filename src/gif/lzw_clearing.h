@@ -8,6 +8,14 @@
 // takes more bits a pixel than it did on the whole while it was filled.
 class LzwClearing {
  public:
+  // So many codes tell how well a full table serves. Fewer would have it cleared by chance; where
+  // what repeats itself is soon over, more would have that too late.
+  static constexpr int kUsualWindow = 192;
+  static constexpr int kShortWindow = 8;
+
+  // `window` is 1 or more.
+  explicit LzwClearing(int window) : window_(window) {}
+
   // The table is empty, with so many pixels and bits written.
   void Restart(std::size_t pixels, std::uint64_t bits);
 
@@ -24,9 +32,10 @@ class LzwClearing {
     }
   };
 
+  int window_;
   Stretch table_;
-  Stretch window_;
-  // The codes of the window; none while the table grows.
+  Stretch last_;
+  // The codes of the last stretch; none while the table grows.
   int codes_ = 0;
   double rateOfFilling_ = 0;
 };

@@ -19,7 +19,7 @@ constexpr std::size_t kGainPart = 4;
 std::string LzwEncoder::Encode(const LzwPixels& pixels) {
   pixels_ = pixels;
   LzwCodes codes(pixels.codeSize);
-  LzwClearing clearing;
+  LzwClearing clearing(pixels.window);
   strings_.Clear(1 << pixels.codeSize);
   growing_ = true;
   const std::size_t count = pixels.one.size();

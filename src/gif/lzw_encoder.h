@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 
+#include "gif/lzw_clearing.h"
 #include "gif/lzw_codes.h"
 #include "gif/lzw_strings.h"
 
@@ -22,6 +23,8 @@ struct LzwPixels {
   // shorter than it could be. That costs the table a string; so the longer the strings are, the
   // more it has to be.
   std::size_t leastGain = 2;
+  // As LzwClearing has it.
+  int window = LzwClearing::kUsualWindow;
 };
 
 // One object serves one image after the other; nothing of one reaches the next.

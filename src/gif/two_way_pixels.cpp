@@ -4,21 +4,24 @@
 #include <array>
 #include <utility>
 
+#include "gif/lzw_clearing.h"
 #include "gif/lzw_strings.h"
 #include "gif/runs_to_draw.h"
 
 namespace {
 
-// Whether of pixels that stay short runs are better drawn, and what a string has to gain by being
-// short. Drawings have few colours and long strings; in noise what stays is the only likeness.
+// Whether of pixels that stay short runs are better drawn, what a string has to gain by being
+// short, and how soon a full table is cleared. Drawings have few colours and long strings; in noise
+// what stays is the only likeness.
 struct Style {
   bool drawsShortRuns = false;
   std::size_t leastGain = 0;
+  int window = LzwClearing::kUsualWindow;
 };
 // No string gains so much.
 constexpr std::size_t kNoShorter = LzwStrings::kLimit;
 constexpr std::array<Style, kGifStyles> kStyles = {
-    {{true, 2}, {true, 8}, {true, kNoShorter}, {false, 3}}};
+    {{true, 2}, {true, 8}, {true, kNoShorter}, {false, 3}, {true, 8, LzwClearing::kShortWindow}}};
 
 void PreferToDrawShortRuns(TwoWayPixels& pixels) {
   const auto stays = [&](std::size_t place) { return pixels.one[place] != pixels.other[place]; };
@@ -39,7 +42,8 @@ void PreferToDrawShortRuns(TwoWayPixels& pixels) {
 
 StyledData CompressInStyle(LzwEncoder& encoder, const TwoWayPixels& pixels, std::size_t style) {
   const auto encode = [&](const TwoWayPixels& ways) {
-    return encoder.Encode({ways.one, ways.other, ways.codeSize, kStyles[style].leastGain});
+    return encoder.Encode(
+        {ways.one, ways.other, ways.codeSize, kStyles[style].leastGain, kStyles[style].window});
   };
   if (!kStyles[style].drawsShortRuns) {
     return {encode(pixels), style};
@@ -56,7 +60,8 @@ StyledData ShortestOfStyles(LzwEncoder& encoder, const TwoWayPixels& pixels, Sty
     // Where no pixel may stay there are no runs to draw.
     if (style != knownStyle && (someStay || kStyles[style].drawsShortRuns)) {
       StyledData data = CompressInStyle(encoder, pixels, style);
-      if (data.bytes.size() < known.bytes.size()) {
+      // Of the same length the first one counts, which does well more often.
+      if (std::pair(data.bytes.size(), style) < std::pair(known.bytes.size(), known.style)) {
         known = std::move(data);
       }
     }

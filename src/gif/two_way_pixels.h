@@ -19,7 +19,7 @@ struct TwoWayPixels {
 };
 
 // They can be compressed in some styles, none of which is the best for every animation.
-inline constexpr std::size_t kGifStyles = 4;
+inline constexpr std::size_t kGifStyles = 5;
 
 struct StyledData {
   // From the byte of the code size to the block terminator.
