@@ -110,6 +110,7 @@ TEST(AnimateOptions, AreTakenAsTheyAreMeant) {
             std::tuple(7U, 4095U, 1'500'000U, 3));
   EXPECT_TRUE(ReadOptions({"f", "--levels", "auto"}).hasAutoLevels);
   EXPECT_NEAR(ReadOptions({"f", "-r", "30000/1001"}).rate.value, 29.97, 0.001);
+  EXPECT_EQ(ReadOptions({"f", "-r", "1000"}).rate.value, 1000);
   const TempFolder folder;
   const Options inFolder = ReadOptions({"f", folder.Path(), "--format", ".WebM"});
   EXPECT_EQ(std::pair(inFolder.outputFolder, inFolder.output.string()),
