@@ -411,6 +411,11 @@ TEST_F(AnimateTest, FitsIntoALimit) {
   EXPECT_THAT(Run({"steps.avi", "--max-size", "17.5kB"}).output, HasSubstr("160x120, quality "));
   const auto filled = fs::file_size(fs::path(output_.Path()) / "steps.avi");
   EXPECT_TRUE(filled <= 17'500 && filled > 14'000) << filled;
+  // Nothing is filled up where the quality is what it would be anyway.
+  Run({"usual.avi"});
+  Run({"large.avi", "--max-size", "1GB", "--quality", "80"});
+  EXPECT_EQ(fs::file_size(output_.Path() + "/large.avi"),
+            fs::file_size(output_.Path() + "/usual.avi"));
 }
 
 TEST_F(AnimateTest, EveryFormatHasTheRateAndCount) {
