@@ -299,8 +299,9 @@ TEST_F(AnimateLinuxTest, AnInterruptedRunLeavesNothing) {
 }
 
 TEST_F(AnimateLinuxTest, WhatTheConverterStartedEndsWithAKilledRun) {
-  RunWith(kBusy + "kill -KILL $PPID; wait");
+  RunWith(kBusy + "grep -s ' '$PPID' ' /proc/[0-9]*/stat > ${0%/*}/beside; kill -KILL $PPID; wait");
   ExpectBusyOneGone();
+  EXPECT_THAT(converter_.Read("beside"), HasSubstr("(converter-guard)"));
   // A killed program cannot clear up.
   temp_.Clear();
 }
