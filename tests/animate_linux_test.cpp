@@ -176,8 +176,8 @@ words+=("$word"); done; exec /usr/bin/ffmpeg "${words[@]}")";
 }
 
 TEST_F(AnimateLinuxTest, ShowsItsProgressOnATerminal) {
-  const Words terminal = {"/bin/sh", "-c", "exec script -qec \"$*\" /dev/null", "sh"};
-  EXPECT_THAT(RunWith(kGood, terminal).output, HasSubstr("12 of 12 frames"));
+  const Words terminal = {"/bin/sh", "-c", "exec script -qec \"stty cols 40; $*\" /dev/null", "sh"};
+  EXPECT_THAT(RunWith(kGood, terminal).output, HasSubstr("[##########] 12 of 12 frames"));
   EXPECT_THAT(RunWith(kGood, terminal, {"--quiet"}).output,
               testing::Not(HasSubstr("12 of 12 frames")));
   EXPECT_THAT(RunWith(kGood).errors, testing::Not(HasSubstr("12 of 12 frames")));

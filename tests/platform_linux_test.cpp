@@ -7,12 +7,20 @@
 #include "platform/folder_listing.h"
 #include "platform/linux/command_line_splitter.h"
 #include "platform/paths.h"
+#include "platform/program_search.h"
 #include "tests/support/program_fixture.h"
+#include "tests/support/variables.h"
 
 namespace {
 
 using namespace testing;
 namespace fs = std::filesystem;
+
+TEST(ProgramSearch, TakesEachPartOfThePathTheEmptyOnesToo) {
+  Variables here;
+  here.Set("PATH", "/a::/b:");
+  EXPECT_THAT(platform::ProgramSearchFolders(), ElementsAre("/a", "", "/b", ""));
+}
 
 TEST(CommandLineSplitter, FollowsTheQuotingRules) {
   const struct {
