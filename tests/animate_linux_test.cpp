@@ -246,8 +246,8 @@ TEST_F(AnimateLinuxTest, WorksWhereTheSystemLacksLinksAndRenamingWithoutReplacin
 }
 
 TEST_F(AnimateLinuxTest, SaysThatThereIsNoRoomForCopies) {
-  // With a hole that is larger than all that is free, which no fault shall fill.
-  fs::resize_file(frames_.File("7.png"), fs::space(temp_.Path()).available + 4096);
+  // With a hole that is larger than all that is or becomes free, which no fault shall fill.
+  fs::resize_file(frames_.File("7.png"), fs::space(temp_.Path()).available + (1ULL << 30U));
   Variables here;
   here.Set("ASAN_OPTIONS", "detect_leaks=0");
   const ProgramResult result = RunWith(
