@@ -276,6 +276,27 @@ std::string RandomFile(std::mt19937& random) {
   return upTo(4) == 0 ? file.substr(0, file.size() - cut) : file;
 }
 
+TEST_F(GifFixture, DataGoOnBeyondTheEndOfTheBuffer) {
+  std::mt19937 random(1);
+  std::string pixels(std::size_t{16} * 16, ' ');
+  std::generate(pixels.begin(), pixels.end(), [&] { return static_cast<char>(random()); });
+  const std::string gif = GifOfPixels(16, 16, 8, pixels);
+  constexpr std::size_t kTableEnd = 13 + 768;
+  // Behind so long a comment that any byte of a sub-block is the last one in the buffer.
+  std::string comment = "!\xFE";
+  while (comment.size() < 64200) {
+    comment += "\xFF" + std::string(255, 'c');
+  }
+  for (int rest = 1; rest < 256; ++rest) {
+    const std::string file = gif.substr(0, kTableEnd) + comment + static_cast<char>(rest) +
+                             std::string(static_cast<std::size_t>(rest), 'c') + '\0' +
+                             gif.substr(kTableEnd);
+    const auto literal = std::make_unique<LiteralMerger>();
+    literal->Append(file, true);
+    ASSERT_EQ(Merge({file}), literal->output) << rest;
+  }
+}
+
 TEST_F(GifFixture, RandomFilesGiveWhatTheLiteralStepsGive) {
   std::mt19937 random(1);
   std::string messages;
