@@ -202,7 +202,7 @@ TEST_F(GifFixture, SettingsShowInTheOutput) {
                                            Bytes({0}) + kControl + kImage + Bytes({0x80}) +
                                            kColours + kData + Bytes({0}));
   // Disposal, loops, delay, transparent colour, fixed position and place, verbose and debug.
-  const GifSettings settings = {1,       0x304, 0x102, 40 + (50 << 8) + (31 << 16), true, 0x506, 7,
+  const GifSettings settings = {1,       0x304, 0x102, 40 + (50 << 8) + (61 << 16), true, 0x506, 7,
                                 nullptr, true,  true};
   EXPECT_EQ(Merge({file}, settings),
             header + Bytes({0x21, 0xF9, 4, 5, 2, 1, 1, 0}) + kLoop.substr(0, 16) +
