@@ -176,6 +176,21 @@ words+=("$word"); done; exec /usr/bin/ffmpeg "${words[@]}")";
   EXPECT_THAT(RunWith(kGood).errors, HasSubstr("has not every pixel of \"1.png\""));
 }
 
+TEST_F(AnimateLinuxTest, HasTheConverterWaitForTheFinishedGif) {
+  result_ = "out.gif";
+  readBack_ = R"(echo "$*" >> "${0%/*}/starts"; )" + kGood;
+  EXPECT_EQ(RunWith(kGood).exitStatus, 0);
+  EXPECT_THAT(converter_.Read("starts"), testing::ContainsRegex("^[^\n]*ffmetadata[^\n]*\n$"));
+  // One that does not wait is started again.
+  readBack_ = "[[ $* != *ffmetadata* ]] || exit 1; " + kGood;
+  EXPECT_EQ(RunWith(kGood).exitStatus, 0);
+  output_.Clear();
+  output_.Write("out.avi", "old");
+  readBack_ = "kill -INT $PPID; " + kGood;
+  EXPECT_EQ(RunWith(kGood).exitStatus, 130);
+  ExpectNothingChanged();
+}
+
 TEST_F(AnimateLinuxTest, ShowsItsProgressOnATerminal) {
   const Words terminal = {"/bin/sh", "-c", "exec script -qec \"stty cols 40; $*\" /dev/null", "sh"};
   EXPECT_THAT(RunWith(kGood, terminal).output, HasSubstr("[##########] 12 of 12 frames"));

@@ -28,7 +28,7 @@ struct Written {
 };
 
 Written Write(const Film& film, int width, float bitPrice) {
-  FilmColours colours;
+  FilmColours colours(true);
   for (const auto& [picture, delay] : film) {
     colours.Add(picture);
   }
@@ -64,7 +64,7 @@ TEST(LossyGifWriter, LosesNothingOrNoMoreThanTheWorthOfACode) {
   };
   for (int round = 0; round < 200; ++round) {
     Film film;
-    FilmColours colours;
+    FilmColours colours(true);
     int width = 0;
     // Large ones are worked on in halves.
     const int size = round % 16 == 0 ? 300 : 40;
@@ -179,7 +179,7 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
 
 // What the writer of indexed pictures makes of a film of few colours.
 std::size_t ExactBytes(const Film& film, int width) {
-  FilmColours colours;
+  FilmColours colours(true);
   for (const auto& [picture, delay] : film) {
     colours.Add(picture);
   }
@@ -264,7 +264,7 @@ TEST(FilmColours, FewAreMadeFewerWherePixelsThenChangeMoreRarely) {
       {false, 20, {45, 0, 90}, 10, 17},
   };
   for (const auto& c : kCases) {
-    FilmColours colours;
+    FilmColours colours(true);
     for (const auto& [picture, delay] : Steps(c.asOne, c.standing)) {
       colours.Add(picture);
     }

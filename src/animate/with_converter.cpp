@@ -36,14 +36,15 @@ struct Places {
 
 // The film as it is encoded.
 Film EncodeAsAsked(const Converter& converter, const Film& film, const Options& options,
-                   const Places& places) {
+                   const Places& places, Proof& proof) {
   ProgressLine line(film.shown.size(), options.quiet);
   const auto progress = [&](std::size_t done) { line.Show(done); };
   if (options.maxBytes) {
     return EncodeWithin(*options.maxBytes, converter, film, places.staging, places.target,
                         progress);
   }
-  Encode(converter, film, places.staging, places.target, progress);
+  Encode(converter, film, places.staging, places.target,
+         {progress, [&](bool everyPixel) { proof.Prepare(film, everyPixel); }});
   return film;
 }
 
@@ -76,11 +77,12 @@ Made Make(const Converter& converter, Film film, const Options& options, const P
       PrintLevels(levels);
     }
   }
-  film = EncodeAsAsked(converter, film, options, places);
+  Proof proof(converter, places.target, places.staging.Folder());
+  film = EncodeAsAsked(converter, film, options, places, proof);
   if (!places.sheet.empty()) {
     MakeContactSheet(converter, film, places.staging, places.sheet);
   }
-  const Measurement measured = Prove(converter, film, places.target, places.staging.Folder());
+  const Measurement measured = proof.Of(film);
   CheckStillPlanned(converter, film, places.staging);
   if (!options.quiet && MayBeDim(film, *measured.likeness)) {
     NoteIfDim(converter, film, places.staging);

@@ -36,13 +36,15 @@ void Converter::MakePictures(const Words& arguments, const std::filesystem::path
 
 platform::Result<platform::Done> Converter::ReadBytes(
     const Words& arguments, const std::filesystem::path& folder,
-    const std::function<void(std::string_view)>& output) const {
+    const std::function<void(std::string_view)>& output,
+    const std::function<void()>& holdInput) const {
   std::string firstLine;
   std::string firstError;
-  const platform::ProcessEnd end = Run(arguments, folder, output, [&](const std::string& line) {
+  const auto errorLine = [&](const std::string& line) {
     firstLine = firstLine.empty() ? line : firstLine;
     firstError = firstError.empty() ? ErrorIn(line) : firstError;
-  });
+  };
+  const platform::ProcessEnd end = Run(arguments, folder, output, errorLine, holdInput);
   if (end.failure.empty() && firstError.empty()) {
     return platform::Done();
   }
@@ -67,18 +69,18 @@ void Converter::ReadMessages(const Words& arguments, const std::filesystem::path
       arguments, folder, [](std::string_view) {}, message);
 }
 
-platform::ProcessEnd Converter::Run(
-    const Words& arguments, const std::filesystem::path& folder,
-    const std::function<void(std::string_view)>& output,
-    const std::function<void(const std::string&)>& errorLine) const {
+platform::ProcessEnd Converter::Run(const Words& arguments, const std::filesystem::path& folder,
+                                    const std::function<void(std::string_view)>& output,
+                                    const std::function<void(const std::string&)>& errorLine,
+                                    const std::function<void()>& holdInput) const {
   const std::string count = std::to_string(threads_);
   const Words filters =
       threads_ == 0 ? Words() : Words{"-filter_threads", count, "-filter_complex_threads", count};
   const Words common =
       Joined(Words{"-hide_banner", "-nostdin", "-v", "level+error", "-y"}, filters);
-  platform::ProcessEnd end =
-      OrFail(platform::RunWatched(program_, Joined(common, arguments), folder, output, errorLine),
-             "the converter " + Quoted(program_) + " cannot be started");
+  platform::ProcessEnd end = OrFail(platform::RunWatched(program_, Joined(common, arguments),
+                                                         folder, output, errorLine, holdInput),
+                                    "the converter " + Quoted(program_) + " cannot be started");
   if (end.interrupted) {
     StopIfInterrupted();
   }

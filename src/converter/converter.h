@@ -36,10 +36,11 @@ class Converter {
       const std::function<void(std::size_t)>& progress = [](std::size_t) {}) const;
 
   // Runs it with `arguments` in `folder`; `output` gets what it writes to its standard output,
-  // piece by piece.
+  // piece by piece. Its input is held as RunWatched has it.
   platform::Result<platform::Done> ReadBytes(
       const Words& arguments, const std::filesystem::path& folder,
-      const std::function<void(std::string_view)>& output) const;
+      const std::function<void(std::string_view)>& output,
+      const std::function<void()>& holdInput = nullptr) const;
 
   // The same for text, line by line.
   platform::Result<platform::Done> ReadLines(
@@ -60,7 +61,8 @@ class Converter {
  private:
   platform::ProcessEnd Run(const Words& arguments, const std::filesystem::path& folder,
                            const std::function<void(std::string_view)>& output,
-                           const std::function<void(const std::string&)>& errorLine) const;
+                           const std::function<void(const std::string&)>& errorLine,
+                           const std::function<void()>& holdInput = nullptr) const;
 
   std::filesystem::path program_;
   int threads_;

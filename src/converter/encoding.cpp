@@ -12,10 +12,10 @@
 namespace animate {
 
 void Encode(const Converter& converter, const Film& film, const Staging& staging,
-            const std::filesystem::path& target, const std::function<void(std::size_t)>& progress) {
+            const std::filesystem::path& target, const EncodingSteps& steps) {
   const Recipe& recipe = RecipeFor(*film.format);
   if (recipe.codec == "gif") {
-    EncodeGif(converter, film, staging, target, progress);
+    EncodeGif(converter, film, staging, target, steps);
     return;
   }
   converter.MakePictures(
@@ -24,7 +24,7 @@ void Encode(const Converter& converter, const Film& film, const Staging& staging
              RateOf(film), EncodingWords(film), converter.Threads(),
              Words{"-f", recipe.muxer, platform::ArgumentOfPath(target)},
              SmallOutput(film, kPlannedPictures)),
-      staging.Folder(), progress);
+      staging.Folder(), steps.progress);
 }
 
 void MakeSmallPictures(const Converter& converter, const Film& film, const Staging& staging,

@@ -19,11 +19,19 @@ inline constexpr char kPlannedPictures[] = "planned.rgb";
 // file; missing or empty where something may be lost.
 inline constexpr char kWholePictures[] = "planned.whole";
 
+// What is called while a film is encoded.
+struct EncodingSteps {
+  // Gets the number of frames done, once for each pass.
+  std::function<void(std::size_t)> progress;
+  // Where the converter is done before the file is written, that begins: with whether every pixel
+  // will be in it.
+  std::function<void(bool)> writing = [](bool) {};
+};
+
 // Makes the animation as the file `target`, which is there and empty, and its planned pictures in
-// small. `progress` gets the number of frames done, once for each pass. Throws a Failure when the
-// converter reports any error.
+// small. Throws a Failure when the converter reports any error.
 void Encode(const Converter& converter, const Film& film, const Staging& staging,
-            const std::filesystem::path& target, const std::function<void(std::size_t)>& progress);
+            const std::filesystem::path& target, const EncodingSteps& steps);
 
 // Makes the small pictures of the planned film again, in the file `name` in the staging folder.
 // Throws a Failure when the converter reports any error.

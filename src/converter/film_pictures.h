@@ -24,6 +24,9 @@ class FilmPictures {
   // `take` throws, and a Failure when the converter fails or the user wishes to stop.
   void First(const Take& take);
 
+  // Whether the converter has nothing to do the second time.
+  bool AreKept() const { return keeps_; }
+
   // The same for the second time. After it the staging folder has the small pictures of what is
   // planned.
   void Second(const Take& take);

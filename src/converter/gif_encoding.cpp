@@ -121,13 +121,13 @@ void Copy(const fs::path& from, const fs::path& to) {
 }  // namespace
 
 void EncodeGif(const Converter& converter, const Film& film, const Staging& staging,
-               const fs::path& target, const std::function<void(std::size_t)>& progress) {
+               const fs::path& target, const EncodingSteps& steps) {
   FilmPictures pictures(converter, film, staging);
   std::size_t done = 0;
-  FilmColours colours;
+  FilmColours colours(film.quality < kExactFrom);
   pictures.First([&](const RawPicture& picture) {
     colours.Add(picture);
-    progress(++done);
+    steps.progress(++done);
   });
   done = 0;
   const bool mayLose = !colours.AreFew() || film.quality < kExactFrom;
@@ -141,6 +141,9 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
   if (mayLose) {
     lossy.emplace(film, colours, target);
   }
+  if (pictures.AreKept() && exact.has_value() != lossy.has_value()) {
+    steps.writing(exact.has_value());
+  }
   pictures.Second([&](const RawPicture& picture) {
     const int delay = GifDelay(done, film.rate);
     if (exact) {
@@ -150,7 +153,7 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
     if (lossy) {
       lossy->Add(picture, delay);
     }
-    progress(++done);
+    steps.progress(++done);
   });
   const std::uint64_t exactSize = exact ? exact->Finish() : 0;
   const std::uint64_t lossySize = lossy ? lossy->Finish() : 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,7 @@
 #include "converter/small_pictures.h"
 #include "film/failure.h"
 #include "film/gif_clock.h"
+#include "film/interruption.h"
 #include "film/quoted.h"
 #include "platform/input_file.h"
 #include "platform/line_splitter.h"
@@ -34,26 +36,27 @@ std::string Shown(double seconds) {
   return &text[0];
 }
 
-// What comes of reading a file once.
-struct Found {
-  Packets packets;
-  // The fingerprints of its pictures; empty where they were not asked for.
-  std::string whole;
-};
+// The file in the folder that its pictures in small come into.
+constexpr char kSeenPictures[] = "seen.rgb";
 
-// Its pictures, in small, come into the file `seen` in `folder`.
-Found ReadBack(const Converter& converter, const Film& film, const fs::path& target,
-               const fs::path& folder, const std::string& seen, bool wantsWhole) {
+// Reads it, where there is `untilFinished` not before that has returned.
+ReadBack Read(const Converter& converter, const Film& film, const fs::path& target,
+              const fs::path& folder, bool everyPixel,
+              const std::function<void()>& untilFinished = nullptr) {
   const std::string packets = "packets.txt";
-  const Words picture = {"-map", "0:v:0", "-vsync", "0"};
-  Found found;
+  // An input with nothing in it, whose end the converter waits for.
+  const Words wait = untilFinished ? Words{"-f", "ffmetadata", "-i", "pipe:0"} : Words();
+  const std::string video = untilFinished ? "1:v:0" : "0:v:0";
+  const Words picture = {"-map", video, "-vsync", "0"};
+  ReadBack found;
   RawPictures pictures(film, [&](const RawPicture& one) { found.whole += FingerprintOf(one); });
   const auto read = converter.ReadBytes(
-      Joined(converter.Threads(), DecoderWords(film), Words{"-i", platform::ArgumentOfPath(target)},
-             Words{"-map", "0:v:0", "-c", "copy", "-copyinkf", "-f", "framecrc", packets}, picture,
-             Words{"-vf", SeenInSmall(film), "-c:v", "rawvideo", "-f", "rawvideo", seen},
-             wantsWhole ? Joined(picture, RawOutput()) : Words()),
-      folder, [&](std::string_view piece) { pictures.Take(piece); });
+      Joined(wait, converter.Threads(), DecoderWords(film),
+             Words{"-i", platform::ArgumentOfPath(target)},
+             Words{"-map", video, "-c", "copy", "-copyinkf", "-f", "framecrc", packets}, picture,
+             Words{"-vf", SeenInSmall(film), "-c:v", "rawvideo", "-f", "rawvideo", kSeenPictures},
+             everyPixel ? Joined(picture, RawOutput()) : Words()),
+      folder, [&](std::string_view piece) { pictures.Take(piece); }, untilFinished);
   if (!read) {
     throw Failure("the finished file cannot be read back: " + read.Reason());
   }
@@ -101,15 +104,37 @@ void CheckGifTimes(const Film& film, const Packets& packets) {
 
 }  // namespace
 
-Measurement Prove(const Converter& converter, const Film& film, const fs::path& target,
-                  const fs::path& folder) {
-  const std::string seen = "seen.rgb";
-  const std::string planned = ContentOf(folder / kWholePictures);
-  const Found found = ReadBack(converter, film, target, folder, seen, !planned.empty());
+void Proof::Prepare(const Film& film, bool everyPixel) {
+  readBack_ = std::async(
+      std::launch::async, [this, film, everyPixel, isFinished = isFinished_.get_future()] {
+        return Read(converter_, film, target_, folder_, everyPixel, [&] { isFinished.wait(); });
+      });
+}
+
+// Nothing where the converter was not prepared, or does not read in that way.
+std::optional<ReadBack> Proof::Prepared() {
+  if (!readBack_.valid()) {
+    return std::nullopt;
+  }
+  isFinished_.set_value();
+  try {
+    return readBack_.get();
+  } catch (const Failure&) {
+    StopIfInterrupted();
+    return std::nullopt;
+  }
+}
+
+Measurement Proof::Of(const Film& film) {
+  const std::string planned = ContentOf(folder_ / kWholePictures);
+  std::optional<ReadBack> prepared = Prepared();
+  const ReadBack found =
+      prepared ? *std::move(prepared) : Read(converter_, film, target_, folder_, !planned.empty());
   Measurement measured = Measured(film, found.packets);
   const std::vector<Pair> pairs = JoinsEqualPictures(film) ? PairsByTime(film, found.packets.times)
                                                            : InOrder(found.packets.count);
-  measured.likeness = ComparePictures(film, folder / kPlannedPictures, folder / seen, pairs);
+  measured.likeness =
+      ComparePictures(film, folder_ / kPlannedPictures, folder_ / kSeenPictures, pairs);
   if (!planned.empty()) {
     CompareWhole(film, planned, found.whole, pairs);
     measured.likeness->isExact = true;

@@ -2,6 +2,10 @@
 #pragma once
 
 #include <filesystem>
+#include <future>
+#include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "converter/converter.h"
@@ -12,12 +16,39 @@
 
 namespace animate {
 
-// Has the converter, in `folder`, read the file at `target` back and look at its pictures, which
-// are compared with the planned ones that the encoding left in `folder`. Throws a Failure when
-// there is any error in it, or its count of pictures, its length, their size or what they show is
-// not that of the film.
-Measurement Prove(const Converter& converter, const Film& film, const std::filesystem::path& target,
-                  const std::filesystem::path& folder);
+// What comes of reading a file once.
+struct ReadBack {
+  Packets packets;
+  // The fingerprints of its pictures; empty where they were not asked for.
+  std::string whole;
+};
+
+class Proof {
+ public:
+  // The converter is to read the file at `target` back, in `folder`, where the encoding leaves the
+  // planned pictures.
+  Proof(const Converter& converter, std::filesystem::path target, std::filesystem::path folder)
+      : converter_(converter), target_(std::move(target)), folder_(std::move(folder)) {}
+
+  // Starts the converter now: that takes as long as reading a small film does. It looks at the file
+  // when Of is called. Whether every pixel will have to be in it is known by now.
+  void Prepare(const Film& film, bool everyPixel);
+
+  // Has the finished file read and its pictures compared with the planned ones. Throws a Failure
+  // when there is any error in it, or its count of pictures, its length, their size or what they
+  // show is not that of the film.
+  Measurement Of(const Film& film);
+
+ private:
+  std::optional<ReadBack> Prepared();
+
+  const Converter& converter_;
+  std::filesystem::path target_;
+  std::filesystem::path folder_;
+  // Its end waits for the converter, so that must go on by then: the promise ends before it.
+  std::future<ReadBack> readBack_;
+  std::promise<void> isFinished_;
+};
 
 // What the converter was found to say of the file, without its pictures.
 Measurement Measured(const Film& film, const Packets& packets);

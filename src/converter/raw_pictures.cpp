@@ -33,6 +33,7 @@ Words RawOutput() {
 
 RawPictures::RawPictures(const Film& film, std::function<void(RawPicture)> picture)
     : picture_(std::move(picture)),
+      keepsFree_(film.freePixels == Film::FreePixels::kKept),
       pixels_(static_cast<std::size_t>(film.size.width) *
               static_cast<std::size_t>(film.size.height)) {}
 
@@ -44,7 +45,9 @@ void RawPictures::Take(std::string_view piece) {
     piece.remove_prefix(count);
     filled_ += count;
     if (filled_ == pixels_ * kBytesAPixel) {
-      Settle(current_);
+      if (keepsFree_) {
+        Settle(current_);
+      }
       picture_(std::exchange(current_, {}));
       filled_ = 0;
       ++count_;

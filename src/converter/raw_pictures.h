@@ -13,7 +13,8 @@
 
 namespace animate {
 
-// Row by row; a pixel is wholly there or wholly not, and then all its values are 0.
+// Row by row. Where the film keeps transparent pixels, one is wholly there or wholly not, and then
+// all its values are 0.
 using RawPicture = std::vector<::Colour>;
 
 // The words for an output of such pictures to the pipe.
@@ -31,6 +32,7 @@ class RawPictures {
 
  private:
   std::function<void(RawPicture)> picture_;
+  bool keepsFree_;
   std::size_t pixels_;
   RawPicture current_;
   // The bytes of it that are there.

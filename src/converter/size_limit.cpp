@@ -111,7 +111,7 @@ Film EncodeWithin(std::uint64_t most, const Converter& converter, const Film& fi
                   const Staging& staging, const std::filesystem::path& target,
                   const std::function<void(std::size_t)>& progress) {
   const auto encode = [&](const Film& tried) {
-    Encode(converter, tried, staging, target, progress);
+    Encode(converter, tried, staging, target, {progress});
   };
   return Fitting(most, film, target, encode).Best();
 }

@@ -21,6 +21,8 @@ void FilmColours::Add(std::span<const Colour> picture) {
   constexpr std::size_t kEnough = 30000;
   if (AreFew()) {
     AddExactly(picture);
+  }
+  if (AreFew() && mayLoseFew_) {
     CountTurns(picture);
   }
   GifColour last = kTransparent;
@@ -102,7 +104,7 @@ std::vector<Colour> FilmColours::Table() const {
 
 std::vector<Colour> FilmColours::TableFor(float bitPrice) const {
   std::vector<Colour> table = Table();
-  if (!AreFew()) {
+  if (!AreFew() || !mayLoseFew_) {
     return table;
   }
   std::size_t tooFew = 0;

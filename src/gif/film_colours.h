@@ -16,6 +16,9 @@ class FilmColours {
   // One colour of 256 is left to transparent pixels.
   static constexpr std::size_t kMost = 255;
 
+  // Whether of few colours some may be lost, which takes more counting.
+  explicit FilmColours(bool mayLoseFew) : mayLoseFew_(mayLoseFew) {}
+
   // Takes the next picture: the pixels row by row, as many as those of the others. Alpha is 0 or
   // 255.
   void Add(std::span<const Colour> picture);
@@ -26,8 +29,9 @@ class FilmColours {
   // The colours that stand for those of all pictures best: 1 to kMost.
   std::vector<Colour> Table() const;
 
-  // Of few colours only as many as are worth it where a bit of the file is worth an error of
-  // `bitPrice`, as LossyImage has it: pixels that fade then change more rarely. Otherwise the same.
+  // Of few colours, some of which may be lost, only as many as are worth it where a bit of the file
+  // is worth an error of `bitPrice`, as LossyImage has it: pixels that fade then change more
+  // rarely. Otherwise the same.
   std::vector<Colour> TableFor(float bitPrice) const;
 
   // For how many pictures a pixel stands on an average, 1 or more.
@@ -43,6 +47,7 @@ class FilmColours {
   void CountChanges(std::span<const Colour> picture);
   bool IsWorth(const std::vector<Colour>& table, float bitPrice) const;
 
+  bool mayLoseFew_;
   std::size_t pictures_ = 0;
   std::vector<Colour> before_;
   std::vector<std::uint32_t> changes_;

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <future>
 #include <optional>
 
 #include "platform/line_splitter.h"
@@ -25,6 +26,9 @@ namespace {
 
 // How often a noted interruption is looked for while the program is silent.
 constexpr int kLookMilliseconds = 100;
+
+// Room for what comes meanwhile: a picture or two.
+constexpr int kPipeBytes = 1 << 20;
 
 // A started program, killed when it is left before its end.
 class Child {
@@ -65,6 +69,8 @@ struct Start {
   const char* program = nullptr;
   char** arguments = nullptr;
   const char* folder = nullptr;
+  // The null device without one.
+  int input = -1;
   int output = -1;
   int errors = -1;
 };
@@ -78,7 +84,7 @@ struct Start {
     _exit(127);
   }
   std::signal(SIGPIPE, SIG_DFL);
-  const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  const int input = start.input >= 0 ? start.input : open("/dev/null", O_RDONLY | O_CLOEXEC);
   if (input >= 0 && dup2(input, STDIN_FILENO) >= 0 && dup2(start.output, STDOUT_FILENO) >= 0 &&
       dup2(start.errors, STDERR_FILENO) >= 0 && chdir(start.folder) == 0) {
     execv(start.program, start.arguments);
@@ -128,7 +134,7 @@ struct Outlet {
 
 // Passes one piece on. Returns false at the end of the pipe.
 bool PassOn(const Outlet& outlet) {
-  std::array<char, 65536> buffer;
+  std::array<char, kPipeBytes / 4> buffer;
   const ssize_t count = read(outlet.reading, buffer.data(), buffer.size());
   if (count > 0) {
     outlet.take({buffer.data(), static_cast<std::size_t>(count)});
@@ -187,7 +193,8 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
                               const std::vector<std::string>& arguments,
                               const std::filesystem::path& folder,
                               const std::function<void(std::string_view)>& output,
-                              const std::function<void(const std::string&)>& errorLine) {
+                              const std::function<void(const std::string&)>& errorLine,
+                              const std::function<void()>& holdInput) {
   std::vector<std::string> words = {program.native()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> vector;
@@ -202,19 +209,31 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
       error != 0) {
     return ErrorOf(error);
   }
+  Pipe input = holdInput ? MakePipe() : Pipe();
   Pipe outputs = MakePipe();
   Pipe errors = MakePipe();
-  if (!outputs.reading.IsOpen() || !errors.reading.IsOpen()) {
+  if (!outputs.reading.IsOpen() || !errors.reading.IsOpen() ||
+      (holdInput && !input.reading.IsOpen())) {
     return LastError();
   }
-  const Start what = {program.c_str(), vector.data(), folder.c_str(), outputs.writing.Get(),
-                      errors.writing.Get()};
+  // As much as the system gives.
+  fcntl(outputs.reading.Get(), F_SETPIPE_SZ, kPipeBytes);
+  const Start what = {program.c_str(),     vector.data(),         folder.c_str(),
+                      input.reading.Get(), outputs.writing.Get(), errors.writing.Get()};
   pid_t process = 0;
   const auto start = [&] { return TryOnce(what, group->Number(), process); };
   if (const int error = TryToStart(start, IsMomentary); error != 0) {
     return ErrorOf(error);
   }
+  // Its end waits.
+  std::future<void> held;
   Child child(process);
+  if (holdInput) {
+    held = std::async(std::launch::async, [&] {
+      holdInput();
+      input.writing.Close();
+    });
+  }
   outputs.writing.Close();
   errors.writing.Close();
   LineSplitter errorLines(errorLine);

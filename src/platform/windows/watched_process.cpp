@@ -3,6 +3,8 @@
 #include <windows.h>
 
 #include <array>
+#include <future>
+#include <utility>
 
 #include "platform/line_splitter.h"
 #include "platform/start_tries.h"
@@ -41,25 +43,26 @@ std::string Quoted(const std::string& word) {
 
 struct Pipe {
   OwnedHandle reading;
-  // Only this end is inherited.
   OwnedHandle writing;
 };
 
 Pipe MakePipe() {
-  SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
   HANDLE reading = nullptr;
   HANDLE writing = nullptr;
-  if (CreatePipe(&reading, &writing, &inheritable, kPipeBytes) == 0) {
+  if (CreatePipe(&reading, &writing, nullptr, kPipeBytes) == 0) {
     return {};
   }
-  SetHandleInformation(reading, HANDLE_FLAG_INHERIT, 0);
   return {OwnedHandle(reading), OwnedHandle(writing)};
 }
 
+// Has programs started from now on inherit it.
+void Bequeath(const OwnedHandle& handle) {
+  SetHandleInformation(handle.get(), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+}
+
 OwnedHandle OpenNullDevice() {
-  SECURITY_ATTRIBUTES inheritable = {sizeof(inheritable), nullptr, TRUE};
-  HANDLE device = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                              &inheritable, OPEN_EXISTING, 0, nullptr);
+  HANDLE device = CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                              OPEN_EXISTING, 0, nullptr);
   return OwnedHandle(device == INVALID_HANDLE_VALUE ? nullptr : device);
 }
 
@@ -148,22 +151,26 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
                               const std::vector<std::string>& arguments,
                               const std::filesystem::path& folder,
                               const std::function<void(std::string_view)>& output,
-                              const std::function<void(const std::string&)>& errorLine) {
+                              const std::function<void(const std::string&)>& errorLine,
+                              const std::function<void()>& holdInput) {
   std::string words = Quoted(Utf8FromWide(program.native()));
   for (const std::string& argument : arguments) {
     words += " " + Quoted(argument);
   }
   const std::wstring line = WideFromUtf8(words);
-  const OwnedHandle input = OpenNullDevice();
+  Pipe input = holdInput ? MakePipe() : Pipe{OpenNullDevice(), {}};
   Pipe outputs = MakePipe();
   Pipe errors = MakePipe();
-  if (!outputs.reading || !errors.reading) {
+  if (!input.reading || !outputs.reading || !errors.reading) {
     return LastError();
   }
+  Bequeath(input.reading);
+  Bequeath(outputs.writing);
+  Bequeath(errors.writing);
   STARTUPINFOW startUp = {};
   startUp.cb = sizeof(startUp);
   startUp.dwFlags = STARTF_USESTDHANDLES;
-  startUp.hStdInput = input.get();
+  startUp.hStdInput = input.reading.get();
   startUp.hStdOutput = outputs.writing.get();
   startUp.hStdError = errors.writing.get();
   PROCESS_INFORMATION created = {};
@@ -181,8 +188,16 @@ Result<ProcessEnd> RunWatched(const std::filesystem::path& program,
   }
   OwnedHandle job = MakeDeadlyJob();
   AssignProcessToJobObject(job.get(), created.hProcess);
+  // Its end waits.
+  std::future<void> held;
   const Child child(OwnedHandle(created.hProcess), std::move(job));
   ResumeThread(OwnedHandle(created.hThread).get());
+  if (holdInput) {
+    held = std::async(std::launch::async, [&] {
+      holdInput();
+      input.writing.reset();
+    });
+  }
   outputs.writing.reset();
   errors.writing.reset();
   LineSplitter errorLines(errorLine);
