@@ -171,7 +171,7 @@ bool PassOnAll(std::vector<Outlet> outlets, Child& child) {
 // Waits for the end of a program whose pipes have ended, a moment before it or long before. Returns
 // false when it was left for an interruption.
 bool WaitForEnd(Child& child) {
-  for (int pause = 1; !child.HasEnded(); pause = std::min(2 * pause, kLookMilliseconds)) {
+  for (int pause = 1; !child.HasEnded(); pause = std::min(pause + 1, kLookMilliseconds)) {
     if (IsInterrupted()) {
       return false;
     }
