@@ -9,7 +9,7 @@ namespace {
 
 // How many strings of one length are followed: more find hardly longer ones.
 constexpr std::size_t kBreadth = 8;
-// How many pixels a string is made shorter at most, so that the next one reaches farther.
+// How many pixels a string is made shorter at most where that costs the table nothing.
 constexpr std::size_t kMostBack = 2;
 // The part of two strings' length that this has to gain while there is place for new strings.
 constexpr std::size_t kGainPart = 4;
@@ -113,8 +113,9 @@ LzwEncoder::Matches LzwEncoder::Choose(std::size_t start, const Match& longest) 
   }
   Matches best = {longest, Longest(start + longest.length)};
   std::size_t reach = longest.length + best.second.length;
+  const std::size_t mostBack = growing_ ? pixels_.mostBack : kMostBack;
   Match shorter = longest;
-  while (shorter.length > 1 && longest.length - shorter.length < kMostBack && reach < left) {
+  while (shorter.length > 1 && longest.length - shorter.length < mostBack && reach < left) {
     shorter = {strings_.ShorterOf(shorter.code), shorter.length - 1};
     const Match next = Longest(start + shorter.length);
     const std::size_t gain = growing_ ? std::max(pixels_.leastGain, reach / kGainPart) : 1;

@@ -19,9 +19,10 @@ struct LzwPixels {
   std::span<const std::uint8_t> other;
   // The bits of the largest entry, 2 to 8.
   int codeSize = 8;
-  // How many pixels two strings have to reach farther, 1 or more, for the first of them to be
-  // shorter than it could be. That costs the table a string; so the longer the strings are, the
-  // more it has to be.
+  // While there is place for new strings: how many pixels shorter than it could be a string is at
+  // most, so that it and the next one reach farther, and by how many pixels, 1 or more, these then
+  // have to. That costs the table a string; so the longer the strings are, the more it has to be.
+  std::size_t mostBack = 2;
   std::size_t leastGain = 2;
   // As LzwClearing has it.
   int window = LzwClearing::kUsualWindow;

@@ -5,23 +5,24 @@
 #include <utility>
 
 #include "gif/lzw_clearing.h"
-#include "gif/lzw_strings.h"
 #include "gif/runs_to_draw.h"
 
 namespace {
 
-// Whether of pixels that stay short runs are better drawn, what a string has to gain by being
-// short, and how soon a full table is cleared. Drawings have few colours and long strings; in noise
-// what stays is the only likeness.
+// Whether of pixels that stay short runs are better drawn, how much shorter than it could be a
+// string is and what it has to gain by that, and how soon a full table is cleared. Drawings have
+// few colours and long strings; in noise what stays is the only likeness.
 struct Style {
   bool drawsShortRuns = false;
-  std::size_t leastGain = 0;
+  std::size_t mostBack = 0;
+  std::size_t leastGain = 1;
   int window = LzwClearing::kUsualWindow;
 };
-// No string gains so much.
-constexpr std::size_t kNoShorter = LzwStrings::kLimit;
-constexpr std::array<Style, kGifStyles> kStyles = {
-    {{true, 2}, {true, 8}, {true, kNoShorter}, {false, 3}, {true, 8, LzwClearing::kShortWindow}}};
+constexpr std::array<Style, kGifStyles> kStyles = {{{true, 2, 2},
+                                                    {true, 2, 8},
+                                                    {true, 0},
+                                                    {false, 1, 3},
+                                                    {true, 2, 8, LzwClearing::kShortWindow}}};
 
 void PreferToDrawShortRuns(TwoWayPixels& pixels) {
   const auto stays = [&](std::size_t place) { return pixels.one[place] != pixels.other[place]; };
@@ -42,8 +43,9 @@ void PreferToDrawShortRuns(TwoWayPixels& pixels) {
 
 StyledData CompressInStyle(LzwEncoder& encoder, const TwoWayPixels& pixels, std::size_t style) {
   const auto encode = [&](const TwoWayPixels& ways) {
+    const Style& chosen = kStyles[style];
     return encoder.Encode(
-        {ways.one, ways.other, ways.codeSize, kStyles[style].leastGain, kStyles[style].window});
+        {ways.one, ways.other, ways.codeSize, chosen.mostBack, chosen.leastGain, chosen.window});
   };
   if (!kStyles[style].drawsShortRuns) {
     return {encode(pixels), style};
