@@ -8,6 +8,7 @@
 #include "app/run_sequence.h"
 #include "frames/own_images.h"
 #include "frames/working_images.h"
+#include "gif/gif_anim_creator.h"
 #include "movie/avi_creator.h"
 #include "tests/support/log_fixture.h"
 
@@ -16,6 +17,19 @@ namespace {
 using namespace testing;
 
 class AppTest : public LogFixture {};
+
+// Reads a command line with these options behind the paths.
+bool ReadOptions(bool (&read)(int, char**), const std::vector<std::string>& options) {
+  std::vector<std::string> arguments = {"program", "-FR", "-SF"};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  std::vector<char*> vector;
+  vector.reserve(arguments.size());
+  for (std::string& argument : arguments) {
+    vector.push_back(argument.data());
+  }
+  g_ownImages = false;
+  return read(static_cast<int>(vector.size()), vector.data());
+}
 
 TEST_F(AppTest, OptionsAreReadAsTheyStand) {
   const struct {
@@ -36,16 +50,8 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
       {{"-FR", "20", "-IMG_DIM", "100"}, 20, 1, 100, 480, false},
   };
   for (const auto& c : kCases) {
-    std::vector<std::string> arguments = {"program", "-FR", "-SF"};
-    arguments.insert(arguments.end(), c.options.begin(), c.options.end());
-    std::vector<char*> vector;
-    vector.reserve(arguments.size());
-    for (std::string& argument : arguments) {
-      vector.push_back(argument.data());
-    }
     g_aviCreator = k3dAviCreator();
-    g_ownImages = false;
-    EXPECT_TRUE(ParseCommandLineForAVI(static_cast<int>(vector.size()), vector.data()));
+    EXPECT_TRUE(ReadOptions(ParseCommandLineForAVI, c.options));
     const k3dAviCreator& read = g_aviCreator;
     EXPECT_EQ(read.m_sInputFolder + read.m_sOutputFile, "-FR-SF") << "always the paths";
     EXPECT_EQ(
@@ -55,10 +61,28 @@ TEST_F(AppTest, OptionsAreReadAsTheyStand) {
   }
 }
 
+TEST_F(AppTest, TheGifsRateIsThirtyAtMost) {
+  const struct {
+    std::vector<std::string> options;
+    int rate;
+    bool ownImages;
+  } kCases[] = {
+      {{"-FR", "30"}, 30, false},
+      {{"-fr", "31", "-TESSARA_IMAGES", "1"}, 16, true},
+      {{"-FR", "-5", "-SF", "7"}, -5, false},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_TRUE(ReadOptions(ParseCommandLineForGIF, c.options));
+    EXPECT_EQ(g_gifAnimCreator.m_sInputFolder + g_gifAnimCreator.m_sOutputFile, "-FR-SF");
+    EXPECT_EQ(std::tie(g_gifAnimCreator.m_nFrameRate, g_ownImages), std::tie(c.rate, c.ownImages));
+  }
+}
+
 TEST_F(AppTest, SweepDeletesMarkedImagesOnly) {
   const TempFolder swept;
-  swept.WriteAll({"frame_qmbImg_001.JPG", "frame_QMBIMG_002.jpg", "a_console_qmbImgTemp_3.png",
-                  "qmbImg.txt", "notes_qmbImg", "plain.png", "folder_qmbImg.png/inside"});
+  swept.WriteAll({"frame_qmbImg_001.JPG", "qmbImg_1.png", "frame_QMBIMG_002.jpg",
+                  "a_console_qmbImgTemp_3.png", "qmbImg.txt", "notes_qmbImg", "plain.png",
+                  "folder_qmbImg.png/inside"});
   CleanTrails(swept.Path());
   EXPECT_THAT(swept.Names(), ElementsAre("folder_qmbImg.png", "frame_QMBIMG_002.jpg",
                                          "notes_qmbImg", "plain.png", "qmbImg.txt"));

@@ -21,8 +21,7 @@ float ReadFloat(const CString& text) {
   const std::size_t end = whole.find_first_not_of("+-.0123456789eE", start);
   const double value = std::strtod(whole.substr(start, end - start).c_str(), nullptr);
   if (std::abs(value) > std::numeric_limits<float>::max()) {
-    return std::copysign(std::numeric_limits<float>::infinity(),
-                         static_cast<float>(value < 0 ? -1 : 1));
+    return static_cast<float>(std::copysign(std::numeric_limits<double>::infinity(), value));
   }
   return static_cast<float>(value);
 }
