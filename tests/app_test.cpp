@@ -76,6 +76,8 @@ TEST_F(AppTest, TheGifsRateIsThirtyAtMost) {
     EXPECT_EQ(g_gifAnimCreator.m_sInputFolder + g_gifAnimCreator.m_sOutputFile, "-FR-SF");
     EXPECT_EQ(std::tie(g_gifAnimCreator.m_nFrameRate, g_ownImages), std::tie(c.rate, c.ownImages));
   }
+  EXPECT_THAT(Log(), Contains("TessaraAnimationConsole::ParseCommandLineForGIF:Start").Times(3));
+  EXPECT_THAT(Log(), Contains("TessaraAnimationConsole::ParseCommandLineForGIF:End").Times(3));
 }
 
 TEST_F(AppTest, SweepDeletesMarkedImagesOnly) {
