@@ -23,8 +23,8 @@ inline constexpr char kWholePictures[] = "planned.whole";
 struct EncodingSteps {
   // Gets the number of frames done, once for each pass.
   std::function<void(std::size_t)> progress;
-  // Where the converter is done before the file is written, that begins: with whether every pixel
-  // will be in it.
+  // Called, where the converter is done before the file is written, when that begins: with whether
+  // every pixel will be in it.
   std::function<void(bool)> writing = [](bool) {};
 };
 

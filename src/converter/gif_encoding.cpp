@@ -124,13 +124,14 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
                const fs::path& target, const EncodingSteps& steps) {
   FilmPictures pictures(converter, film, staging);
   std::size_t done = 0;
-  FilmColours colours(film.quality < kExactFrom);
+  const bool mayLoseFew = film.quality < kExactFrom;
+  FilmColours colours(mayLoseFew);
   pictures.First([&](const RawPicture& picture) {
     colours.Add(picture);
     steps.progress(++done);
   });
   done = 0;
-  const bool mayLose = !colours.AreFew() || film.quality < kExactFrom;
+  const bool mayLose = !colours.AreFew() || mayLoseFew;
   const fs::path besides = staging.Folder() / "exact.gif";
   NewContent whole(staging.Folder() / kWholePictures);
   std::optional<ExactGif> exact;

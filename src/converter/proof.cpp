@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -119,7 +120,8 @@ std::optional<ReadBack> Proof::Prepared() {
   isFinished_.set_value();
   try {
     return readBack_.get();
-  } catch (const Failure&) {
+  } catch (const std::exception&) {
+    // Also where there is no thread to hold its input.
     StopIfInterrupted();
     return std::nullopt;
   }
