@@ -281,12 +281,18 @@ TEST_F(AnimateTest, SaysWhatItFoundAndMade) {
   EXPECT_EQ(quiet.output + quiet.errors, "");
 }
 
-// Too large to be kept between finding their colours and writing them.
-TEST_F(AnimateTest, MakesGifsOfLargePictures) {
-  FillNumbered({1, 2, 3});
-  const ProgramResult result = Run({"large.gif", "--size", "2400x2400"});
-  EXPECT_EQ(result.exitStatus, 0) << result.errors;
-  EXPECT_THAT(Levels("large.gif"), ElementsAre(1, 2, 3));
+TEST_F(AnimateTest, MakesGifsOfFewColoursAndOfMany) {
+  FillNumbered({10, 40, 60});
+  EXPECT_EQ(Run({"few.gif", "--quality", "50"}).exitStatus, 0);
+  EXPECT_THAT(Levels("few.gif"), ElementsAre(10, 40, 60));
+  // Many colours that come late, and pictures too large to be kept.
+  const std::string noise = Drawn("color=black:s=16x16,format=rgb24,noise=alls=100", "png");
+  Fill({{"f1.png", Sample(1, "png")}, {"f2.png", Sample(2, "png")}, {"f3.png", noise}});
+  for (const char* size : {"64x64", "2400x2400"}) {
+    const ProgramResult result = Run({"many.gif", "--overwrite", "--size", size});
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    EXPECT_EQ(Levels("many.gif")[1], 2);
+  }
 }
 
 TEST_F(AnimateTest, HoldsFramesAndShowsThemOnASheet) {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <random>
 
-#include "gif/gif_writer.h"
+#include "gif/film_colours.h"
 #include "gif/nearest_colour.h"
 #include "tests/reference/literal_gif_player.h"
 #include "tests/support/animation_of_numbers.h"
@@ -14,7 +14,7 @@
 namespace {
 
 using Picture = std::vector<Colour>;
-using Film = std::vector<std::pair<Picture, int>>;
+using Film = std::vector<Animation::Picture>;
 
 Colour ToColour(GifColour colour) {
   const auto part = [&](int shift) { return static_cast<std::uint8_t>(colour >> shift); };
@@ -33,7 +33,7 @@ Written Write(const Film& film, int width, float bitPrice) {
     colours.Add(picture);
   }
   std::string file;
-  LossyGifWriter writer(width, static_cast<int>(film[0].first.size()) / width, colours, bitPrice,
+  LossyGifWriter writer(width, static_cast<int>(film[0].pixels.size()) / width, colours, bitPrice,
                         [&](std::string_view bytes) { file += bytes; });
   for (const auto& [picture, delay] : film) {
     writer.Add(picture, delay);
@@ -63,26 +63,20 @@ TEST(LossyGifWriter, LosesNothingOrNoMoreThanTheWorthOfACode) {
     return static_cast<int>(random() % static_cast<unsigned>(limit));
   };
   for (int round = 0; round < 200; ++round) {
-    Film film;
     FilmColours colours(true);
-    int width = 0;
     // Large ones are worked on in halves.
     const int size = round % 16 == 0 ? 300 : 40;
-    for (const auto& [picture, delay] : AnimationOfNumbers(below, size, size)) {
-      width = picture.width;
-      Picture pixels;
-      for (const GifColour colour : GifPicture(picture).shown) {
-        pixels.push_back(ToColour(colour));
-      }
-      film.emplace_back(pixels, delay);
-      colours.Add(pixels);
+    const Animation animation = AnimationOfNumbers(below, size, size);
+    const Film& film = animation.pictures;
+    for (const auto& [picture, delay] : film) {
+      colours.Add(picture);
     }
     const float bitPrice = colours.AreFew() ? static_cast<float>(below(3) * 50) : 7;
     NearestColour least(colours.TableFor(bitPrice));
-    const Written written = Write(film, width, bitPrice);
+    const Written written = Write(film, animation.width, bitPrice);
     for (std::size_t index = 0; index < film.size(); ++index) {
-      for (std::size_t place = 0; place < film[index].first.size(); ++place) {
-        const Colour& wanted = film[index].first[place];
+      for (std::size_t place = 0; place < film[index].pixels.size(); ++place) {
+        const Colour& wanted = film[index].pixels[place];
         const Colour& shown = written.shown[index][place];
         ASSERT_EQ(shown.alpha, wanted.alpha) << round;
         if (wanted.alpha != 0 && colours.AreFew()) {
@@ -107,7 +101,7 @@ Film NoisySlope(int pictures, bool moves) {
           {value, static_cast<std::uint8_t>(255 - level),
            static_cast<std::uint8_t>(place / 64 * 3 + static_cast<int>(random() % 8))});
     }
-    film.emplace_back(moves || film.empty() ? picture : film[0].first, 8);
+    film.push_back({moves || film.empty() ? picture : film[0].pixels, 8});
   }
   return film;
 }
@@ -126,7 +120,7 @@ TEST(LossyGifWriter, MakesSmallerFilmsOfLessQuality) {
   double errorBefore = 0;
   for (const int quality : {100, 90, 80, 60, 40, 20, 1}) {
     const Written written = Write(film, 64, BitPriceOf(quality));
-    const double error = ErrorOf(written.shown.back(), film.back().first);
+    const double error = ErrorOf(written.shown.back(), film.back().pixels);
     EXPECT_LT(written.bytes, bytesBefore) << quality;
     EXPECT_GT(error, errorBefore) << quality;
     bytesBefore = written.bytes;
@@ -137,8 +131,8 @@ TEST(LossyGifWriter, MakesSmallerFilmsOfLessQuality) {
 TEST(LossyGifWriter, ShowsMoreColoursOfAPictureThatStands) {
   const Film film = NoisySlope(8, false);
   const Written written = Write(film, 64, 0);
-  EXPECT_LT(ErrorOf(written.shown.back(), film[0].first),
-            ErrorOf(written.shown.front(), film[0].first) / 2);
+  EXPECT_LT(ErrorOf(written.shown.back(), film[0].pixels),
+            ErrorOf(written.shown.front(), film[0].pixels) / 2);
 }
 
 TEST(LossyGifWriter, LosesNoColourOfASinglePixelToASmallTable) {
@@ -169,34 +163,12 @@ TEST(LossyGifWriter, GivesFramesOfFewNewColoursSmallTables) {
       picture.push_back(
           {static_cast<std::uint8_t>(number * 6), static_cast<std::uint8_t>(bar * 30), bar});
     }
-    film.emplace_back(picture, 8);
+    film.push_back({picture, 8});
   }
   const Written written = Write(film, 64, 0);
   // Less than large tables alone would take.
   EXPECT_LT(written.bytes, film.size() * 256 * 3);
-  EXPECT_EQ(ErrorOf(written.shown.back(), film.back().first), 0);
-}
-
-// What the writer of indexed pictures makes of a film of few colours.
-std::size_t ExactBytes(const Film& film, int width) {
-  FilmColours colours(true);
-  for (const auto& [picture, delay] : film) {
-    colours.Add(picture);
-  }
-  NearestColour entries(colours.Table());
-  std::size_t bytes = 0;
-  const int height = static_cast<int>(film[0].first.size()) / width;
-  GifWriter writer(width, height, [&](std::string_view some) { bytes += some.size(); });
-  for (const auto& [picture, delay] : film) {
-    IndexedPicture indexed = {width, height, {}, colours.Table()};
-    indexed.palette.push_back({0, 0, 0, 0});
-    for (const Colour& colour : picture) {
-      indexed.indices.push_back(static_cast<std::uint8_t>(entries.Of(colour).entry));
-    }
-    writer.Add(indexed, delay);
-  }
-  writer.Finish();
-  return bytes;
+  EXPECT_EQ(ErrorOf(written.shown.back(), film.back().pixels), 0);
 }
 
 TEST(LossyGifWriter, CompressesFewColoursAsWellAsWhatLosesNothing) {
@@ -221,9 +193,9 @@ TEST(LossyGifWriter, CompressesFewColoursAsWellAsWhatLosesNothing) {
       for (int place = 0; place < 128 * 96; ++place) {
         picture.push_back(drawn(place % 128, place / 128, number));
       }
-      film.emplace_back(picture, 8);
+      film.push_back({picture, 8});
     }
-    const auto exact = static_cast<double>(ExactBytes(film, 128));
+    const auto exact = static_cast<double>(WrittenExactly({128, film}).size());
     EXPECT_LE(static_cast<double>(Write(film, 128, 0).bytes), exact * most);
     EXPECT_LE(static_cast<double>(Write(film, 128, 0.5F).bytes), exact * most);
   }
@@ -245,7 +217,7 @@ Film Steps(bool asOne, const Colour& standing) {
       picture.push_back({level, level, level});
     }
     picture.front() = standing;
-    film.emplace_back(picture, 8);
+    film.push_back({picture, 8});
   }
   return film;
 }

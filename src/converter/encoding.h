@@ -23,9 +23,9 @@ inline constexpr char kWholePictures[] = "planned.whole";
 struct EncodingSteps {
   // Gets the number of frames done, once for each pass.
   std::function<void(std::size_t)> progress;
-  // Called, where the converter is done before the file is written, when that begins: with whether
-  // every pixel will be in it.
-  std::function<void(bool)> writing = [](bool) {};
+  // Called, maybe on another thread, with the first picture of a film that leaves memory for
+  // another converter: whether every pixel may be in the file.
+  std::function<void(bool)> begun = [](bool) {};
 };
 
 // Makes the animation as the file `target`, which is there and empty, and its planned pictures in

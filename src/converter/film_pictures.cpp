@@ -33,29 +33,24 @@ FilmPictures::FilmPictures(const Converter& converter, const Film& film, const S
     : converter_(converter), film_(film), staging_(staging), keeps_(AreSmall(film)) {}
 
 void FilmPictures::First(const Take& take) {
-  if (!keeps_) {
-    Read("[0:v]" + PlannedPicture(film_) + "," + kWholePixels + "[film]", {}, take);
-    return;
-  }
-  ReadWithSmall([&](RawPicture picture) {
-    take(picture);
-    kept_.push_back(std::move(picture));
-  });
+  Read(FilmAndSmall(film_, kWholePixels), SmallOutput(film_, kPlannedPictures),
+       [&](RawPicture picture) {
+         take(picture);
+         if (keeps_) {
+           kept_.push_back(std::move(picture));
+         }
+       });
 }
 
 void FilmPictures::Second(const Take& take) {
   if (!keeps_) {
-    ReadWithSmall(take);
+    Read("[0:v]" + PlannedPicture(film_) + "," + kWholePixels + "[film]", {}, take);
     return;
   }
   for (const RawPicture& picture : kept_) {
     StopIfInterrupted();
     take(picture);
   }
-}
-
-void FilmPictures::ReadWithSmall(const std::function<void(RawPicture)>& take) const {
-  Read(FilmAndSmall(film_, kWholePixels), SmallOutput(film_, kPlannedPictures), take);
 }
 
 // Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.

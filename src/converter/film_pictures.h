@@ -1,4 +1,4 @@
-// The planned pictures of a film, gone through twice.
+// The planned pictures of a film, gone through once or twice.
 #pragma once
 
 #include <functional>
@@ -20,21 +20,20 @@ class FilmPictures {
   // All three outlive it.
   FilmPictures(const Converter& converter, const Film& film, const Staging& staging);
 
-  // Calls `take` with each picture, one after the other, maybe on another thread. Throws what
-  // `take` throws, and a Failure when the converter fails or the user wishes to stop.
+  // Calls `take` with each picture, one after the other, maybe on another thread. After it the
+  // staging folder has the small pictures of what is planned. Throws what `take` throws, and a
+  // Failure when the converter fails or the user wishes to stop.
   void First(const Take& take);
 
   // Whether the converter has nothing to do the second time.
   bool AreKept() const { return keeps_; }
 
-  // The same for the second time. After it the staging folder has the small pictures of what is
-  // planned.
+  // The same for the second time, if there has to be one.
   void Second(const Take& take);
 
  private:
   void Read(const std::string& graph, const Words& more,
             const std::function<void(RawPicture)>& take) const;
-  void ReadWithSmall(const std::function<void(RawPicture)>& take) const;
 
   const Converter& converter_;
   const Film& film_;

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "gif/gif_colours.h"
+#include "gif/colour.h"
 
 namespace animate {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "converter/words.h"
 #include "film/film.h"
-#include "gif/indexed_picture.h"
+#include "gif/colour.h"
 
 namespace animate {
 

@@ -3,9 +3,8 @@
 
 #include <span>
 
-#include "gif/gif_colours.h"
-#include "gif/gif_screen.h"
-#include "gif/indexed_picture.h"
+#include "gif/colour.h"
+#include "gif/gif_format.h"
 #include "gif/lossy_lzw_encoder.h"
 
 struct AreaToDraw {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "gif/indexed_picture.h"
+#include "gif/colour.h"
 
 // With more colours than are counted, those that differ in their lowest bits alone are counted as
 // one, of their mean. The colours of a map are finer than any fixed cells.

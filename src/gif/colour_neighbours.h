@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "gif/indexed_picture.h"
+#include "gif/colour.h"
 
 class ColourNeighbours {
  public:

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "gif/gif_colours.h"
+#include "gif/colour.h"
 #include "gif/lossy_lzw_encoder.h"
 #include "gif/nearest_colour.h"
 #include "gif/sampled_places.h"
@@ -17,12 +17,13 @@ Colour ToColour(GifColour colour) {
 
 }  // namespace
 
-void FilmColours::Add(std::span<const Colour> picture) {
+std::optional<GifScreen> FilmColours::Add(std::span<const Colour> picture) {
   constexpr std::size_t kEnough = 30000;
-  if (AreFew()) {
-    AddExactly(picture);
-  }
-  if (AreFew() && mayLoseFew_) {
+  std::optional<GifScreen> entries = AreFew() ? few_.EntriesOf(picture) : std::nullopt;
+  if (entries && mayLoseFew_) {
+    for (const std::uint8_t entry : *entries) {
+      ++pixelsOfFew_[entry];
+    }
     CountTurns(picture);
   }
   GifColour last = kTransparent;
@@ -50,19 +51,7 @@ void FilmColours::Add(std::span<const Colour> picture) {
   CountChanges(picture);
   before_.assign(picture.begin(), picture.end());
   ++pictures_;
-}
-
-void FilmColours::AddExactly(std::span<const Colour> picture) {
-  for (std::size_t place = 0; place < picture.size() && AreFew();) {
-    const GifColour colour = ToGifColour(picture[place]);
-    const std::size_t start = place;
-    while (place < picture.size() && ToGifColour(picture[place]) == colour) {
-      ++place;
-    }
-    if (colour != kTransparent) {
-      exact_[colour] += place - start;
-    }
-  }
+  return entries;
 }
 
 void FilmColours::CountTurns(std::span<const Colour> picture) {
@@ -88,13 +77,11 @@ void FilmColours::CountChanges(std::span<const Colour> picture) {
 std::vector<Colour> FilmColours::Table() const {
   std::vector<Colour> table;
   if (AreFew()) {
-    for (const auto& [colour, pixels] : exact_) {
-      table.push_back(ToColour(colour));
-    }
+    table.assign(Few().begin() + 1, Few().end());
     std::sort(table.begin(), table.end(),
               [](const Colour& a, const Colour& b) { return ToGifColour(a) < ToGifColour(b); });
   } else {
-    table = counts_.Choose(kMost);
+    table = counts_.Choose(FewColours::kMost);
   }
   if (table.empty()) {
     table.emplace_back();
@@ -130,12 +117,12 @@ bool FilmColours::IsWorth(const std::vector<Colour>& table, float bitPrice) cons
   }
   NearestColour nearest(table);
   double error = 0;
-  for (const auto& [colour, pixels] : exact_) {
-    const int distance = nearest.Of(ToColour(colour)).distance;
+  for (std::size_t entry = 1; entry < Few().size(); ++entry) {
+    const int distance = nearest.Of(Few()[entry]).distance;
     if (static_cast<float>(distance) > kBitsOfCode * bitPrice) {
       return false;
     }
-    error += static_cast<double>(distance) * static_cast<double>(pixels);
+    error += static_cast<double>(distance) * static_cast<double>(pixelsOfFew_[entry]);
   }
   double spared = 0;
   for (const auto& [turn, times] : turns_) {

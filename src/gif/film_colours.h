@@ -2,31 +2,34 @@
 // long their pixels stand.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <vector>
 
+#include "gif/colour.h"
 #include "gif/colour_counts.h"
-#include "gif/indexed_picture.h"
+#include "gif/few_colours.h"
 
 class FilmColours {
  public:
-  // One colour of 256 is left to transparent pixels.
-  static constexpr std::size_t kMost = 255;
-
   // Whether of few colours some may be lost, which takes more counting.
   explicit FilmColours(bool mayLoseFew) : mayLoseFew_(mayLoseFew) {}
 
   // Takes the next picture: the pixels row by row, as many as those of the others. Alpha is 0 or
-  // 255.
-  void Add(std::span<const Colour> picture);
+  // 255. Returns them as entries of Few(); nothing where there are too many colours.
+  std::optional<GifScreen> Add(std::span<const Colour> picture);
 
-  // Whether there are at most kMost opaque colours; then Table() is just these.
-  bool AreFew() const { return exact_.size() <= kMost; }
+  // Whether there are few opaque colours; then Table() is just these.
+  bool AreFew() const { return few_.AreAll(); }
 
-  // The colours that stand for those of all pictures best: 1 to kMost.
+  // As FewColours has it.
+  const std::vector<Colour>& Few() const { return few_.Table(); }
+
+  // The colours that stand for those of all pictures best: 1 to FewColours::kMost.
   std::vector<Colour> Table() const;
 
   // Of few colours, some of which may be lost, only as many as are worth it where a bit of the file
@@ -42,7 +45,6 @@ class FilmColours {
   std::size_t Pictures() const { return pictures_; }
 
  private:
-  void AddExactly(std::span<const Colour> picture);
   void CountTurns(std::span<const Colour> picture);
   void CountChanges(std::span<const Colour> picture);
   bool IsWorth(const std::vector<Colour>& table, float bitPrice) const;
@@ -52,8 +54,9 @@ class FilmColours {
   std::vector<Colour> before_;
   std::vector<std::uint32_t> changes_;
   ColourCounts counts_{ColourCounts::Care::kThorough};
-  // The opaque colours and how many pixels have each, until there are too many colours.
-  std::unordered_map<std::uint32_t, std::size_t> exact_;
-  // How many rows of pixels became one colour from another: the later one in the low half.
+  FewColours few_;
+  // Where some may be lost: how many pixels have each of them, and how many rows of pixels became
+  // one colour from another: the later one in the low half.
+  std::array<std::size_t, 256> pixelsOfFew_ = {};
   std::unordered_map<std::uint64_t, std::size_t> turns_;
 };

@@ -1,7 +1,6 @@
 #include "gif/frame_tables.h"
 
 #include <algorithm>
-#include <bit>
 #include <functional>
 #include <utility>
 
@@ -124,20 +123,6 @@ std::vector<Colour> NeededOf(const std::vector<Colour>& table, const Fit& fit, d
 
 }  // namespace
 
-int LossyTableBits(const std::vector<Colour>& colours) {
-  return static_cast<int>(std::bit_width(colours.size()));
-}
-
-std::string LossyTableBytes(const std::vector<Colour>& colours) {
-  std::string bytes;
-  for (const Colour& colour : colours) {
-    bytes += {static_cast<char>(colour.red), static_cast<char>(colour.green),
-              static_cast<char>(colour.blue)};
-  }
-  bytes.resize(std::size_t{3} << LossyTableBits(colours));
-  return bytes;
-}
-
 FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPrice)
     : nearGlobal_(OnTwoThreads(global)),
       global_(std::move(global)),
@@ -221,5 +206,5 @@ std::vector<Colour> FrameTables::OwnOfSample() {
       counts_.Add(pixel.wanted, need + kLeastCount);
     }
   }
-  return counts_.Choose(FilmColours::kMost);
+  return counts_.Choose(FewColours::kMost);
 }

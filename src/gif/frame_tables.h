@@ -9,17 +9,22 @@
 #include <string>
 #include <vector>
 
+#include "gif/colour.h"
 #include "gif/colour_counts.h"
 #include "gif/colour_neighbours.h"
-#include "gif/indexed_picture.h"
+#include "gif/gif_table.h"
 #include "gif/lossy_lzw_encoder.h"
 #include "gif/nearest_colour.h"
 #include "gif/trials.h"
 
 // The bytes of a table with a place for a transparent entry behind its `colours`, 1 to 255, and its
 // size as a power of two.
-std::string LossyTableBytes(const std::vector<Colour>& colours);
-int LossyTableBits(const std::vector<Colour>& colours);
+inline int LossyTableBits(const std::vector<Colour>& colours) {
+  return GifTableBits(colours.size() + 1);
+}
+inline std::string LossyTableBytes(const std::vector<Colour>& colours) {
+  return GifTableBytes(colours, LossyTableBits(colours));
+}
 
 // The same table for each of two threads.
 using NearColours = std::array<NearestColour, 2>;

@@ -18,20 +18,6 @@ bool Covers(const GifBlocks& blocks, const GifImage& image) {
   return image.width == blocks.width && image.height == blocks.height && !image.control.transparent;
 }
 
-// The size field of a colour table of so many bytes: 2^(field + 1) colours of three bytes.
-int SizeField(std::size_t bytes) {
-  return static_cast<int>(std::bit_width(bytes / 3)) - 2;
-}
-
-// The image's descriptor, with `colours` as its own table; empty for none.
-std::string Descriptor(const GifImage& image, std::string_view colours) {
-  const int table = colours.empty() ? 0 : kGifTableFlag | SizeField(colours.size());
-  const int packed = table | (image.interlaced ? kGifInterlaceFlag : 0);
-  return static_cast<char>(kGifImage) + GifWord(image.left) + GifWord(image.top) +
-         GifWord(image.width) + GifWord(image.height) + static_cast<char>(packed) +
-         std::string(colours);
-}
-
 }  // namespace
 
 GifRefusal GifCopier::Expect(const GifBlocks& blocks) {
@@ -59,7 +45,8 @@ void GifCopier::Append(std::string_view file, const GifBlocks& blocks, int delay
   }
   const std::string_view colours = PartOf(file, ColoursOf(blocks, image));
   pending_.control = {delay, kGifLeave, image.control.transparent};
-  pending_.descriptor = Descriptor(image, colours == globalColours_ ? "" : colours);
+  pending_.descriptor = GifDescriptor({image.left, image.top, image.width, image.height},
+                                      colours == globalColours_ ? "" : colours, image.interlaced);
   pending_.data = PartOf(file, image.data);
 }
 

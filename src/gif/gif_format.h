@@ -28,6 +28,14 @@ constexpr int GifColourCount(int sizeField) {
   return 2 << sizeField;
 }
 
+// A part of the screen, in pixels; one without a width has none.
+struct GifArea {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+};
+
 // Takes bytes of a GIF, in their order.
 using GifSink = std::function<void(std::string_view bytes)>;
 
@@ -47,8 +55,12 @@ struct GifControl {
   std::optional<int> transparent;
 };
 
-// The low 16 bits of a number as two bytes.
-std::string GifWord(int value);
+// What an animation begins with that is shown for ever: a screen of so many pixels, and the bytes
+// of its global table, which has 2 to 256 entries.
+std::string GifHead(int width, int height, std::string_view table);
+
+// The descriptor of an image, with the bytes of its own table; none where it is empty.
+std::string GifDescriptor(const GifArea& area, std::string_view table, bool interlaced = false);
 
 // The graphic control extension, whole.
 std::string GifControlBlock(const GifControl& control);

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "gif/gif_format.h"
-
 namespace {
 
 // How many pixels a step to `next` draws; and whether it can be made, for it can make no pixel
@@ -12,7 +10,7 @@ struct Cost {
   Cost(const GifScreen& screen, const GifScreen& next) {
     for (std::size_t place = 0; place < screen.size(); ++place) {
       pixels += screen[place] != next[place] ? 1 : 0;
-      possible &= next[place] != kTransparent || screen[place] == kTransparent;
+      possible &= next[place] != kTransparentEntry || screen[place] == kTransparentEntry;
     }
   }
 
@@ -37,30 +35,24 @@ GifArea Union(const GifArea& a, const GifArea& b) {
 GifArea AreaToClear(const GifScreen& screen, const GifScreen& next, int width) {
   GifScreen cleared = screen;
   for (std::size_t place = 0; place < screen.size(); ++place) {
-    cleared[place] = next[place] == kTransparent ? kTransparent : screen[place];
+    cleared[place] = next[place] == kTransparentEntry ? kTransparentEntry : screen[place];
   }
   return ChangedArea(screen, cleared, width);
 }
 
+int HeightOf(const GifScreen& screen, int width) {
+  return static_cast<int>(screen.size()) / width;
+}
+
 GifScreen Cleared(GifScreen screen, const GifArea& area, int width) {
   for (int row = area.top; row < area.top + area.height; ++row) {
-    std::fill_n(screen.begin() + std::ptrdiff_t{row} * width + area.left, area.width, kTransparent);
+    std::fill_n(screen.begin() + std::ptrdiff_t{row} * width + area.left, area.width,
+                kTransparentEntry);
   }
   return screen;
 }
 
 }  // namespace
-
-GifPicture::GifPicture(const IndexedPicture& picture)
-    : width(picture.width), height(picture.height), indices(picture.indices) {
-  palette.reserve(picture.palette.size());
-  for (const Colour& colour : picture.palette) {
-    palette.push_back(ToGifColour(colour));
-  }
-  shown.resize(indices.size());
-  std::transform(indices.begin(), indices.end(), shown.begin(),
-                 [this](std::uint8_t index) { return palette[index]; });
-}
 
 GifArea ChangedArea(const GifScreen& before, const GifScreen& after, int width) {
   const std::ptrdiff_t columns = width;
@@ -91,26 +83,21 @@ GifArea ChangedArea(const GifScreen& before, const GifScreen& after, int width) 
 }
 
 GifStep PlanStep(const std::shared_ptr<const GifScreen>& before,
-                 const std::shared_ptr<const GifPicture>& picture, const GifScreen& next,
+                 const std::shared_ptr<const GifScreen>& now, const GifScreen& next, int width,
                  bool isFirst) {
-  const GifScreen& now = picture->shown;
-  const int width = picture->width;
-  GifStep step;
-  step.area = isFirst ? GifArea{0, 0, width, picture->height} : ChangedArea(*before, now, width);
-  step.disposal = kGifLeave;
-  step.after = {picture, &now};
-  Cost cost(now, next);
+  const GifArea changed =
+      isFirst ? GifArea{0, 0, width, HeightOf(*now, width)} : ChangedArea(*before, *now, width);
+  GifStep step = {changed, kGifLeave, now};
+  Cost cost(*now, next);
   if (!cost.possible) {
-    const GifArea area = Union(step.area, AreaToClear(now, next, width));
-    auto cleared = std::make_shared<const GifScreen>(Cleared(now, area, width));
+    const GifArea area = Union(changed, AreaToClear(*now, next, width));
+    auto cleared = std::make_shared<const GifScreen>(Cleared(*now, area, width));
     cost = Cost(*cleared, next);
     step = {area, kGifClear, cleared};
   }
   // Some programs have nothing to restore before the first picture.
   if (!isFirst && Cost(*before, next).IsBelow(cost)) {
-    step.area = ChangedArea(*before, now, width);
-    step.disposal = kGifRestore;
-    step.after = before;
+    step = {changed, kGifRestore, before};
   }
   if (step.area.width == 0) {
     step.area = {0, 0, 1, 1};

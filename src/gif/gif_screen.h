@@ -5,30 +5,12 @@
 #include <memory>
 #include <vector>
 
-#include "gif/gif_colours.h"
-#include "gif/indexed_picture.h"
+#include "gif/gif_format.h"
 
-// What each pixel shows, row by row.
-using GifScreen = std::vector<GifColour>;
-
-// A part of the screen, in pixels; one without a width has none.
-struct GifArea {
-  int left = 0;
-  int top = 0;
-  int width = 0;
-  int height = 0;
-};
-
-// A picture with the colours that it shows.
-struct GifPicture {
-  explicit GifPicture(const IndexedPicture& picture);
-
-  int width = 0;
-  int height = 0;
-  std::vector<std::uint8_t> indices;
-  std::vector<GifColour> palette;
-  GifScreen shown;
-};
+// What each pixel shows, row by row, as an entry of a table of different colours.
+using GifScreen = std::vector<std::uint8_t>;
+// What shows nothing.
+inline constexpr std::uint8_t kTransparentEntry = 0;
 
 // The smallest area outside of which two screens of one width show the same.
 GifArea ChangedArea(const GifScreen& before, const GifScreen& after, int width);
@@ -41,8 +23,8 @@ struct GifStep {
   std::shared_ptr<const GifScreen> after;
 };
 
-// How to bring the screen from `before` to `picture` so that `next` can be drawn after it, with as
-// few pixels as may be. The first picture of an animation is drawn whole.
+// How to bring the screen, `width` pixels each row, from `before` to `now` so that `next` can be
+// drawn after it, with as few pixels as may be. The first picture of an animation is drawn whole.
 GifStep PlanStep(const std::shared_ptr<const GifScreen>& before,
-                 const std::shared_ptr<const GifPicture>& picture, const GifScreen& next,
+                 const std::shared_ptr<const GifScreen>& now, const GifScreen& next, int width,
                  bool isFirst);

@@ -1,11 +1,9 @@
 #include "gif/gif_writer.h"
 
 #include <algorithm>
-#include <array>
-#include <string>
 #include <utility>
-#include <vector>
 
+#include "gif/gif_table.h"
 #include "gif/two_way_pixels.h"
 
 namespace {
@@ -21,51 +19,34 @@ constexpr std::int64_t kLongestDelay = 65535;
 GifWriter::GifWriter(int width, int height, GifSink sink)
     : width_(width), height_(height), sink_(std::move(sink)), encoders_(kFramesAtOnce) {}
 
-void GifWriter::Add(const IndexedPicture& picture, int delay) {
-  auto next = std::make_shared<const GifPicture>(picture);
+void GifWriter::Add(GifScreen picture, const std::vector<Colour>& table, int delay) {
   if (!pending_) {
-    Start(*next);
-  } else if (pending_->shown == next->shown) {
+    before_ = std::make_shared<const GifScreen>(picture.size(), kTransparentEntry);
+  } else if (*pending_ == picture) {
     delay_ += delay;
     return;
   } else {
-    WritePending(next->shown);
+    WritePending(picture);
   }
-  pending_ = std::move(next);
+  if (!table_ || table_->size() < table.size()) {
+    table_ = std::make_shared<const std::vector<Colour>>(table);
+  }
+  pending_ = std::make_shared<const GifScreen>(std::move(picture));
   delay_ = delay;
 }
 
-void GifWriter::Finish() {
-  WritePending(pending_->shown);
+std::string GifWriter::Finish() {
+  WritePending(*pending_);
   Collect(0);
   sink_(std::string{kGifTrailer});
-}
-
-// Writes what comes before the first frame.
-void GifWriter::Start(const GifPicture& picture) {
-  constexpr int kEightBitsAColour = 0x70;
-  std::vector<GifColourUse> counts;
-  counts.reserve(picture.palette.size());
-  for (const GifColour colour : picture.palette) {
-    counts.push_back({colour, 0});
-  }
-  for (const std::uint8_t index : picture.indices) {
-    ++counts[index].pixels;
-  }
-  global_ = std::make_shared<const GifTable>(std::move(counts), true);
-  before_ = std::make_shared<const GifScreen>(picture.shown.size(), kTransparent);
-  const int packed = kGifTableFlag | kEightBitsAColour | (global_->Bits() - 1);
-  sink_(kGifSignature);
-  sink_(GifWord(width_) + GifWord(height_) + std::string{static_cast<char>(packed), 0, 0});
-  sink_(global_->Bytes());
-  sink_(GifLoopBlock(0));
+  return GifHead(width_, height_, GifTableBytes(*table_, GifTableBits(table_->size())));
 }
 
 // A picture that stands longer than a frame can is drawn again, where nothing changes.
 void GifWriter::WritePending(const GifScreen& next) {
   while (delay_ > kLongestDelay) {
     const std::int64_t part = std::min(kLongestDelay, delay_ - kShortestDelay);
-    WriteFrame(pending_->shown, static_cast<int>(part));
+    WriteFrame(*pending_, static_cast<int>(part));
     delay_ -= part;
   }
   WriteFrame(next, static_cast<int>(delay_));
@@ -73,16 +54,16 @@ void GifWriter::WritePending(const GifScreen& next) {
 
 void GifWriter::WriteFrame(const GifScreen& next, int delay) {
   Collect(kFramesAtOnce - 1);
-  GifStep step = PlanStep(before_, pending_, next, framesBegun_ == 0);
-  GifFrame frame = {before_, pending_, step.area, delay, step.disposal};
+  GifStep step = PlanStep(before_, pending_, next, width_, framesBegun_ == 0);
+  GifFrame frame = {before_, pending_, width_, step.area, delay, step.disposal};
   before_ = std::move(step.after);
   const bool isSmall = frame.area.width * frame.area.height < kLeastForThread;
   const auto launch = isSmall ? std::launch::deferred : std::launch::async;
   // Free again: frames are collected in their order.
   LzwEncoder& encoder = encoders_[framesBegun_ % kFramesAtOnce];
-  frames_.push_back(std::async(launch, [&encoder, frame = std::move(frame), global = global_,
+  frames_.push_back(std::async(launch, [&encoder, frame = std::move(frame), table = table_,
                                         style = style_, compares = ComparesStyles(framesBegun_)] {
-    return WriteGifFrame(encoder, frame, *global, style, compares);
+    return WriteGifFrame(encoder, frame, *table, style, compares);
   }));
   ++framesBegun_;
 }
@@ -92,7 +73,7 @@ void GifWriter::WriteFrame(const GifScreen& next, int delay) {
 void GifWriter::Collect(std::size_t most) {
   for (; frames_.size() > most; frames_.pop_front()) {
     const GifFrameBlocks blocks = frames_.front().get();
-    style_ = blocks.style;
+    style_ = blocks.bestStyle.value_or(style_);
     sink_(blocks.bytes);
   }
 }

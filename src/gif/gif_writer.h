@@ -6,17 +6,19 @@
 #include <deque>
 #include <future>
 #include <memory>
+#include <string>
+#include <vector>
 
-#include "gif/gif_colours.h"
+#include "gif/colour.h"
 #include "gif/gif_format.h"
 #include "gif/gif_frame.h"
 #include "gif/gif_screen.h"
-#include "gif/indexed_picture.h"
 
 // Shows exactly the colours that it is given, for ever again, in few bytes: only what changes is
 // drawn, equal pictures become one that stands longer, and what stays is transparent where that is
 // shorter. It holds a few pictures, however many there are, and compresses two at a time; the bytes
-// depend on the pictures alone.
+// depend on the pictures alone. They may come before all their colours are known: what the file
+// begins with is made last.
 class GifWriter {
  public:
   // The size is in pixels, 1 to 65535 each. What `sink` throws goes to the caller of Add and
@@ -24,16 +26,15 @@ class GifWriter {
   GifWriter(int width, int height, GifSink sink);
 
   // Adds a picture of that size, to be shown for `delay` hundredths of a second, 2 or more:
-  // programs show shorter ones longer. The colours of the first picture's palette become the global
-  // table, used or not, so those of all pictures should stand in it; 255 of them leave a place for
-  // the transparent one, which saves most.
-  void Add(const IndexedPicture& picture, int delay);
+  // programs show shorter ones longer. Its pixels are entries of `table`, of at most 256 different
+  // ones, the transparent one first, which may have more at its end than it had before.
+  void Add(GifScreen picture, const std::vector<Colour>& table, int delay);
 
   // Writes what is left of the animation, which has a picture. Nothing may be added after it.
-  void Finish();
+  // Returns the bytes that come before all those that the sink has got.
+  std::string Finish();
 
  private:
-  void Start(const GifPicture& picture);
   void WritePending(const GifScreen& next);
   void WriteFrame(const GifScreen& next, int delay);
   void Collect(std::size_t most);
@@ -41,12 +42,12 @@ class GifWriter {
   int width_;
   int height_;
   GifSink sink_;
-  std::shared_ptr<const GifTable> global_;
+  std::shared_ptr<const std::vector<Colour>> table_;
 
   // What the screen shows when the pending picture is drawn, which waits for the next one: that
   // decides what becomes of it, and it may be the same.
   std::shared_ptr<const GifScreen> before_;
-  std::shared_ptr<const GifPicture> pending_;
+  std::shared_ptr<const GifScreen> pending_;
   std::int64_t delay_ = 0;
 
   std::size_t framesBegun_ = 0;

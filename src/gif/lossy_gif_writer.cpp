@@ -59,8 +59,6 @@ void LossyGifWriter::Finish() {
 }
 
 void LossyGifWriter::Start() {
-  constexpr int kEightBitsAColour = 0x70;
-  const int packed = kGifTableFlag | kEightBitsAColour | (LossyTableBits(tables_.Global()) - 1);
   screen_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_),
                  Colour{0, 0, 0, 0});
   pixels_.resize(screen_.size());
@@ -68,10 +66,7 @@ void LossyGifWriter::Start() {
   for (std::size_t place = 0; place < screen_.size(); ++place) {
     lives_.push_back(film_.LifeOf(place));
   }
-  sink_(kGifSignature);
-  sink_(GifWord(width_) + GifWord(height_) + std::string{static_cast<char>(packed), 0, 0});
-  sink_(LossyTableBytes(tables_.Global()));
-  sink_(GifLoopBlock(0));
+  sink_(GifHead(width_, height_, LossyTableBytes(tables_.Global())));
 }
 
 // Draws the pending picture so that `next` can follow it.
@@ -129,10 +124,7 @@ std::string LossyGifWriter::ImageOf(const GifArea& area, const FrameTables::Choi
   image.bitPrice = bitPrice_;
   const LossyData data = DataOf(image, area);
   Show(area, data.entries, table);
-  const int packed = choice.isOwn ? kGifTableFlag | (LossyTableBits(table) - 1) : 0;
-  return static_cast<char>(kGifImage) + GifWord(area.left) + GifWord(area.top) +
-         GifWord(area.width) + GifWord(area.height) + static_cast<char>(packed) +
-         (choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
+  return GifDescriptor(area, choice.isOwn ? LossyTableBytes(table) : "") + data.bytes;
 }
 
 LossyData LossyGifWriter::DataOf(const LossyImage& image, const GifArea& area) {

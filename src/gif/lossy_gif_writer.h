@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "gif/colour.h"
 #include "gif/film_colours.h"
 #include "gif/frame_tables.h"
 #include "gif/gif_format.h"
 #include "gif/gif_screen.h"
-#include "gif/indexed_picture.h"
 #include "gif/lossy_lzw_encoder.h"
 #include "gif/lzw_encoder.h"
 #include "gif/trials.h"

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "gif/colour.h"
 #include "gif/colour_neighbours.h"
-#include "gif/indexed_picture.h"
 
 // What a code costs in bits: its width, and its part of the clearings and of strings that nothing
 // comes of.

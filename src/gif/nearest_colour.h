@@ -7,8 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "gif/gif_colours.h"
-#include "gif/indexed_picture.h"
+#include "gif/colour.h"
 
 // The sum of the squared differences of red, green and blue: 0 to 195,075. It is what the fidelity
 // of pictures is measured by.

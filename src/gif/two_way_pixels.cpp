@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <utility>
 
+#include "gif/in_parts.h"
 #include "gif/lzw_clearing.h"
 #include "gif/runs_to_draw.h"
 
@@ -57,22 +59,33 @@ StyledData CompressInStyle(LzwEncoder& encoder, const TwoWayPixels& pixels, std:
 
 StyledData ShortestOfStyles(LzwEncoder& encoder, const TwoWayPixels& pixels, StyledData known) {
   const bool someStay = pixels.one != pixels.other;
-  const std::size_t knownStyle = known.style;
+  std::vector<StyledData> found = {std::move(known)};
   for (std::size_t style = 0; style < kGifStyles; ++style) {
     // Where no pixel may stay there are no runs to draw.
-    if (style != knownStyle && (someStay || kStyles[style].drawsShortRuns)) {
-      StyledData data = CompressInStyle(encoder, pixels, style);
-      // Of the same length the first one counts, which does well more often.
-      if (std::pair(data.bytes.size(), style) < std::pair(known.bytes.size(), known.style)) {
-        known = std::move(data);
-      }
+    if (style != found[0].style && (someStay || kStyles[style].drawsShortRuns)) {
+      found.push_back({"", style});
     }
   }
-  return known;
+  const auto compress = [&](LzwEncoder& by, StyledData& data) {
+    data = CompressInStyle(by, pixels, data.style);
+  };
+  if (pixels.one.size() < kPixelsOfPart) {
+    std::for_each(found.begin() + 1, found.end(),
+                  [&](StyledData& data) { compress(encoder, data); });
+  } else {
+    const auto another = std::make_unique<LzwEncoder>();
+    InParts(found.size() - 1, [&](std::size_t thread, std::size_t part) {
+      compress(thread == 0 ? encoder : *another, found[part + 1]);
+    });
+  }
+  // Of the same length the first one counts, which does well more often.
+  return *std::min_element(found.begin(), found.end(), [](const auto& a, const auto& b) {
+    return std::pair(a.bytes.size(), a.style) < std::pair(b.bytes.size(), b.style);
+  });
 }
 
 bool ComparesStyles(std::size_t frame) {
   constexpr std::size_t kFirst = 2;
-  constexpr std::size_t kEvery = 16;
+  constexpr std::size_t kEvery = 32;
   return frame < kFirst || frame % kEvery == 0;
 }

@@ -7,8 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "gif/colour.h"
 #include "gif/gif_blocks.h"
-#include "gif/gif_colours.h"
+#include "tests/support/animation.h"
 
 // What the screen shows, row by row, and for how many hundredths of a second.
 using GifShown = std::vector<std::pair<std::vector<GifColour>, long>>;
@@ -44,6 +45,20 @@ class LiteralGifPlayer {
         }
       }
       screen = image.control.disposal == 3 ? before : screen;
+    }
+    return shown;
+  }
+
+  // What the file of an animation should show.
+  static GifShown ShownBy(const Animation& animation) {
+    GifShown shown;
+    for (const auto& [pixels, delay] : animation.pictures) {
+      std::vector<GifColour> screen;
+      screen.reserve(pixels.size());
+      for (const Colour& colour : pixels) {
+        screen.push_back(ToGifColour(colour));
+      }
+      Show(shown, screen, delay);
     }
     return shown;
   }

@@ -3,13 +3,19 @@
 
 #include <cstdint>
 #include <functional>
-#include <utility>
 #include <vector>
 
-#include "gif/indexed_picture.h"
+#include "tests/support/animation.h"
 
 // Gives a number from 0 to one below its argument.
 using NumberBelow = std::function<int(int)>;
+
+struct IndexedPicture {
+  int width = 0;
+  int height = 0;
+  std::vector<std::uint8_t> indices;
+  std::vector<Colour> palette;
+};
 
 inline void FillPalette(const NumberBelow& below, int colours, int transparent,
                         IndexedPicture& picture) {
@@ -17,8 +23,10 @@ inline void FillPalette(const NumberBelow& below, int colours, int transparent,
   picture.palette.clear();
   for (int index = 0; index < colours; ++index) {
     const auto value = static_cast<std::uint8_t>(index * 7 + shift);
-    const std::uint8_t alpha = index == transparent ? 0 : 255;
-    picture.palette.push_back({value, static_cast<std::uint8_t>(value / 2), shift, alpha});
+    picture.palette.push_back({value, static_cast<std::uint8_t>(value / 2), shift});
+    if (index == transparent) {
+      picture.palette.back() = {0, 0, 0, 0};
+    }
   }
 }
 
@@ -42,8 +50,7 @@ inline void FillRectangle(const NumberBelow& below, bool noisy, IndexedPicture& 
 
 // Pictures of one size, at most so large, with their delays: rectangles of one colour and of noise
 // drawn over what was there, earlier pictures, other palettes, colours that are transparent.
-inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const NumberBelow& below,
-                                                                      int mostWide, int mostHigh) {
+inline Animation AnimationOfNumbers(const NumberBelow& below, int mostWide, int mostHigh) {
   IndexedPicture picture;
   picture.width = 1 + below(mostWide);
   picture.height = 1 + below(mostHigh);
@@ -52,17 +59,23 @@ inline std::vector<std::pair<IndexedPicture, int>> AnimationOfNumbers(const Numb
   const int colours = 1 + (below(16) == 15 ? 252 + below(4) : below(below(8) == 7 ? 256 : 5));
   const int transparent = below(2) == 0 ? below(256) : colours;
   FillPalette(below, colours, transparent, picture);
-  std::vector<std::pair<IndexedPicture, int>> pictures;
+  Animation animation = {picture.width, {}};
+  std::vector<IndexedPicture> pictures;
   for (int left = below(6); left >= 0; --left) {
     const int kind = below(8);
     if (kind == 0) {
       FillPalette(below, colours, transparent, picture);
     } else if (kind < 3 && !pictures.empty()) {
-      picture = pictures[static_cast<std::size_t>(below(static_cast<int>(pictures.size())))].first;
+      picture = pictures[static_cast<std::size_t>(below(static_cast<int>(pictures.size())))];
     } else {
       FillRectangle(below, kind < 5, picture);
     }
-    pictures.emplace_back(picture, below(16) == 0 ? 65530 + below(256) * 300 : 2 + below(99));
+    pictures.push_back(picture);
+    const int delay = below(16) == 0 ? 65530 + below(256) * 300 : 2 + below(99);
+    animation.pictures.push_back({{}, delay});
+    for (const std::uint8_t index : picture.indices) {
+      animation.pictures.back().pixels.push_back(picture.palette[index]);
+    }
   }
-  return pictures;
+  return animation;
 }
