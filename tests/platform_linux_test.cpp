@@ -1,4 +1,5 @@
 #include <gmock/gmock.h>
+#include <poll.h>
 
 #include <filesystem>
 #include <string>
@@ -6,6 +7,7 @@
 
 #include "platform/folder_listing.h"
 #include "platform/linux/command_line_splitter.h"
+#include "platform/linux/guarded_group.h"
 #include "platform/paths.h"
 #include "platform/program_search.h"
 #include "tests/support/program_fixture.h"
@@ -42,6 +44,17 @@ TEST(CommandLineSplitter, FollowsTheQuotingRules) {
 }
 
 class LinuxTest : public ProgramFixture {};
+
+TEST(GuardedGroup, KeepsNoOthersPipeOpen) {
+  platform::Pipe pipe = platform::MakePipe();
+  // Its own are between these.
+  platform::Descriptor last(fcntl(pipe.writing.Get(), F_DUPFD_CLOEXEC, 100));
+  const platform::GuardedGroup group;
+  pipe.writing.Close();
+  last.Close();
+  pollfd end = {pipe.reading.Get(), POLLIN, 0};
+  EXPECT_EQ(poll(&end, 1, 5000), 1);
+}
 
 TEST_F(LinuxTest, ListingIsSortedAndLeavesOutNamesThatNoPathCanName) {
   frames_.WriteAll({"b", "B", "a10", "a2", "_", "Z", "back\\slash", "-"});

@@ -23,8 +23,9 @@ inline constexpr char kWholePictures[] = "planned.whole";
 struct EncodingSteps {
   // Gets the number of frames done, once for each pass.
   std::function<void(std::size_t)> progress;
-  // Called, maybe on another thread, with the first picture of a film that leaves memory for
-  // another converter: whether every pixel may be in the file.
+  // Called, where a film leaves memory for another converter, when its encoding begins, with false,
+  // and, maybe on another thread, with true as soon as it may be that every pixel will be in the
+  // file.
   std::function<void(bool)> begun = [](bool) {};
 };
 

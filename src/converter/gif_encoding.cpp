@@ -109,10 +109,13 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
   FilmColours colours(mayLoseFew);
   ExactGif exact(film, staging.Folder());
   std::size_t done = 0;
+  if (pictures.AreKept()) {
+    steps.begun(false);
+  }
   pictures.First([&](const RawPicture& picture) {
     std::optional<GifScreen> entries = colours.Add(picture);
-    if (done == 0 && pictures.AreKept()) {
-      steps.begun(entries.has_value());
+    if (done == 0 && entries && pictures.AreKept()) {
+      steps.begun(true);
     }
     if (entries) {
       exact.Add(picture, *std::move(entries), colours.Few(), GifDelay(done, film.rate));

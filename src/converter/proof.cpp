@@ -106,6 +106,12 @@ void CheckGifTimes(const Film& film, const Packets& packets) {
 }  // namespace
 
 void Proof::Prepare(const Film& film, bool everyPixel) {
+  if (readBack_.valid()) {
+    // It finds no film yet, and ends.
+    isFinished_.set_value();
+    readBack_.wait();
+    isFinished_ = {};
+  }
   readBack_ = std::async(
       std::launch::async, [this, film, everyPixel, isFinished = isFinished_.get_future()] {
         return Read(converter_, film, target_, folder_, everyPixel, [&] { isFinished.wait(); });

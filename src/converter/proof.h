@@ -31,7 +31,8 @@ class Proof {
       : converter_(converter), target_(std::move(target)), folder_(std::move(folder)) {}
 
   // Starts the converter now: that takes as long as reading a small film does. It looks at the file
-  // when Of is called. `everyPixel` says whether it may be that every pixel has to be in it.
+  // when Of is called. `everyPixel` says whether it may be that every pixel has to be in it. One
+  // that was started before is given up.
   void Prepare(const Film& film, bool everyPixel);
 
   // Has the finished file read and its pictures compared with the planned ones. Throws a Failure

@@ -26,6 +26,8 @@ class ColourNeighbours {
   }
 
  private:
+  void Fill(std::size_t entry);
+
   std::vector<Colour> table_;
   std::size_t kept_;
   std::vector<Neighbour> neighbours_;

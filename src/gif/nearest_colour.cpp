@@ -78,12 +78,14 @@ std::vector<std::uint8_t> NearestColour::NearTo(const Colour& colour) const {
     least = std::min(least, distances[place]);
   }
   const int most = static_cast<int>(std::pow(std::sqrt(least) + kWide, 2)) + 1;
-  std::vector<std::uint8_t> near;
+  // Without a branch: which of them are near is hard to guess.
+  std::vector<std::uint8_t> near(all.count);
+  std::size_t count = 0;
   for (std::size_t place = 0; place < all.count; ++place) {
-    if (distances[place] <= most) {
-      near.push_back(static_cast<std::uint8_t>(place));
-    }
+    near[count] = static_cast<std::uint8_t>(place);
+    count += distances[place] <= most ? 1 : 0;
   }
+  near.resize(count);
   return near;
 }
 

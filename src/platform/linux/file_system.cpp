@@ -139,7 +139,7 @@ Result<Done> CreateEmptyFile(const fs::path& path) {
 }
 
 Result<OwnedFile> OpenForNewContent(const fs::path& path) {
-  OwnedFile file(std::fopen(path.c_str(), "wb"));
+  OwnedFile file(std::fopen(path.c_str(), "wbe"));
   if (!file) {
     return LastError();
   }

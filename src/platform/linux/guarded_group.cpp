@@ -15,7 +15,10 @@ namespace {
   setpgid(0, 0);
   // Whoever kills all processes of this program's name does not mean this one.
   prctl(PR_SET_NAME, "converter-guard");
-  pipe.writing.Close();
+  // Also what another thread has made for a program of its own, which would wait for its end.
+  const auto kept = static_cast<unsigned>(pipe.reading.Get());
+  close_range(STDERR_FILENO + 1, kept - 1, 0);
+  close_range(kept + 1, ~0U, 0);
   char nothing = 0;
   while (read(pipe.reading.Get(), &nothing, 1) < 0 && errno == EINTR) {
   }

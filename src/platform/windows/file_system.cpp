@@ -96,7 +96,7 @@ Result<Done> CreateEmptyFile(const fs::path& path) {
 }
 
 Result<OwnedFile> OpenForNewContent(const fs::path& path) {
-  OwnedFile file(_wfopen(SystemPath(path).c_str(), L"wb"));
+  OwnedFile file(_wfopen(SystemPath(path).c_str(), L"wbN"));
   if (!file) {
     return LastError();
   }
