@@ -11,13 +11,15 @@
 
 namespace {
 
-// What a table costs, and how many times that it has to gain: finer colours are rarer too, which
-// makes strings shorter.
+// What a table costs, and how many times that it, and an entry of it, has to gain: finer colours
+// are rarer too, which makes strings shorter, and those of another table are not what the screen
+// shows.
 constexpr double kMostEntries = 256;
 constexpr double kTableBits = kMostEntries * 3 * 8;
-constexpr double kGain = 4;
+constexpr double kTableGain = 16;
+constexpr double kEntryGain = 4;
 // Without a price the smallest gain would do.
-constexpr double kLeastTablePrice = 0.3;
+constexpr double kLeastTablePrice = 0.075;
 // Where so little is lost, what a table leaves is seen.
 constexpr float kThoroughBelow = 1;
 constexpr std::size_t kSamples = 30000;
@@ -128,8 +130,8 @@ FrameTables::FrameTables(std::vector<Colour> global, bool isExact, float bitPric
       global_(std::move(global)),
       isExact_(isExact),
       noDifference_(static_cast<int>(bitPrice / 2)),
-      entryPrice_(kTableBits * kGain * bitPrice / kMostEntries),
-      tablePrice_(kTableBits * kGain * std::max<double>(bitPrice, kLeastTablePrice)),
+      entryPrice_(kTableBits * kEntryGain * bitPrice / kMostEntries),
+      tablePrice_(kTableBits * kTableGain * std::max<double>(bitPrice, kLeastTablePrice)),
       samples_(bitPrice < kThoroughBelow ? kManySamples : kSamples),
       counts_(bitPrice < kThoroughBelow ? ColourCounts::Care::kThorough
                                         : ColourCounts::Care::kQuick) {}
