@@ -151,10 +151,15 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   if (pixel.drawn != LossyPixel::kNever) {
     const float reach = std::sqrt(static_cast<float>(pixel.drawn)) +
                         std::sqrt(static_cast<float>(pixel.Least()) + behind_ / pixel.weight);
-    for (const auto& [entry, distance] : image_.colours->Of(pixel.nearest)) {
-      if (static_cast<float>(distance) > reach * reach) {
-        break;
-      }
+    // The nearest last, which is gone on before the others: so more of these are given up.
+    const std::span<const ColourNeighbours::Neighbour> near = image_.colours->Of(pixel.nearest);
+    const auto isNear = [&](const ColourNeighbours::Neighbour& neighbour) {
+      return static_cast<float>(neighbour.distance) <= reach * reach;
+    };
+    for (auto count =
+             std::distance(near.begin(), std::partition_point(near.begin(), near.end(), isNear));
+         count-- > 0;) {
+      const int entry = near[static_cast<std::size_t>(count)].entry;
       add(entry, Cost(pixel, entry));
     }
   }
