@@ -34,7 +34,7 @@ FilmPictures::FilmPictures(const Converter& converter, const Film& film, const S
 
 void FilmPictures::First(const Take& take) {
   Read(FilmAndSmall(film_, kWholePixels), SmallOutput(film_, kPlannedPictures),
-       [&](RawPicture picture) {
+       [&](RawPicture& picture) {
          take(picture);
          if (keeps_) {
            kept_.push_back(std::move(picture));
@@ -55,11 +55,14 @@ void FilmPictures::Second(const Take& take) {
 
 // Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.
 void FilmPictures::Read(const std::string& graph, const Words& more,
-                        const std::function<void(RawPicture)>& take) const {
+                        const std::function<void(RawPicture&)>& take) const {
   // The next picture comes while one is being worked on.
+  RawPicture whole;
   Behind behind;
-  RawPictures pictures(film_, [&](RawPicture picture) {
-    behind.Do([&take, picture = std::move(picture)]() mutable { take(std::move(picture)); });
+  RawPictures pictures(film_, [&](RawPicture& picture) {
+    behind.Finish();
+    std::swap(whole, picture);
+    behind.Do([&] { take(whole); });
   });
   const auto read = converter_.ReadBytes(
       Joined(InputOf(converter_, film_, staging_),

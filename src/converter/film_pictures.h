@@ -33,7 +33,7 @@ class FilmPictures {
 
  private:
   void Read(const std::string& graph, const Words& more,
-            const std::function<void(RawPicture)>& take) const;
+            const std::function<void(RawPicture&)>& take) const;
 
   const Converter& converter_;
   const Film& film_;

@@ -31,7 +31,7 @@ Words RawOutput() {
   return {"-pix_fmt", "rgba", "-c:v", "rawvideo", "-f", "rawvideo", "pipe:1"};
 }
 
-RawPictures::RawPictures(const Film& film, std::function<void(RawPicture)> picture)
+RawPictures::RawPictures(const Film& film, std::function<void(RawPicture&)> picture)
     : picture_(std::move(picture)),
       keepsFree_(film.freePixels == Film::FreePixels::kKept),
       pixels_(static_cast<std::size_t>(film.size.width) *
@@ -48,7 +48,7 @@ void RawPictures::Take(std::string_view piece) {
       if (keepsFree_) {
         Settle(current_);
       }
-      picture_(std::exchange(current_, {}));
+      picture_(current_);
       filled_ = 0;
       ++count_;
     }

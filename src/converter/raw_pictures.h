@@ -23,7 +23,8 @@ Words RawOutput();
 // Cuts what arrives in pieces into the pictures of a film.
 class RawPictures {
  public:
-  RawPictures(const Film& film, std::function<void(RawPicture)> picture);
+  // `picture` is called with each. It may take it: the next one comes in what it leaves, any.
+  RawPictures(const Film& film, std::function<void(RawPicture&)> picture);
 
   void Take(std::string_view piece);
 
@@ -31,7 +32,7 @@ class RawPictures {
   std::size_t Count() const { return count_; }
 
  private:
-  std::function<void(RawPicture)> picture_;
+  std::function<void(RawPicture&)> picture_;
   bool keepsFree_;
   std::size_t pixels_;
   RawPicture current_;

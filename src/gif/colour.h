@@ -3,6 +3,8 @@
 
 #include <bit>
 #include <cstdint>
+#include <cstring>
+#include <span>
 
 struct Colour {
   std::uint8_t red = 0;
@@ -25,4 +27,10 @@ inline GifColour ToGifColour(const Colour& colour) {
   static_assert(std::endian::native == std::endian::little);
   const auto number = std::bit_cast<GifColour>(colour);
   return colour.alpha == 0 ? kTransparent : number;
+}
+
+// Whether all bytes of equally many colours are the same.
+inline bool AreSame(std::span<const Colour> some, std::span<const Colour> others) {
+  static_assert(sizeof(Colour) == 4);
+  return std::memcmp(some.data(), others.data(), some.size_bytes()) == 0;
 }

@@ -49,7 +49,6 @@ std::optional<GifScreen> FilmColours::Add(std::span<const Colour> picture) {
   });
   count();
   CountChanges(picture);
-  before_.assign(picture.begin(), picture.end());
   ++pictures_;
   return entries;
 }
@@ -67,10 +66,26 @@ void FilmColours::CountTurns(std::span<const Colour> picture) {
   }
 }
 
+// Makes the picture the one before the next, too.
 void FilmColours::CountChanges(std::span<const Colour> picture) {
-  changes_.resize(picture.size());
-  for (std::size_t place = 0; place < before_.size(); ++place) {
-    changes_[place] += ToGifColour(picture[place]) == ToGifColour(before_[place]) ? 0 : 1;
+  // Much of many pictures is as it was, and bytes are compared fast.
+  constexpr std::size_t kAtOnce = 1024;
+  if (before_.empty()) {
+    before_.assign(picture.begin(), picture.end());
+    changes_.resize(picture.size());
+    return;
+  }
+  for (std::size_t begin = 0; begin < picture.size(); begin += kAtOnce) {
+    const std::size_t count = std::min(kAtOnce, picture.size() - begin);
+    const std::span<const Colour> now = picture.subspan(begin, count);
+    const std::span<Colour> before = std::span(before_).subspan(begin, count);
+    if (AreSame(now, before)) {
+      continue;
+    }
+    for (std::size_t place = 0; place < count; ++place) {
+      changes_[begin + place] += ToGifColour(now[place]) == ToGifColour(before[place]) ? 0 : 1;
+    }
+    std::copy(now.begin(), now.end(), before.begin());
   }
 }
 

@@ -169,11 +169,10 @@ FrameTables::Choice FrameTables::Own(std::vector<Colour> table) {
 // The table that gains enough on the global one to be a frame's own, if there is one.
 std::optional<NearColours> FrameTables::OwnFor(std::span<const LossyPixel> pixels,
                                                const Fill& fill) {
-  if (places_.empty()) {
-    ForSampledPlaces(pixels.size(), samples_, 0,
-                     [&](std::size_t place) { places_.push_back(place); });
-    sample_.resize(places_.size());
-  }
+  places_.clear();
+  ForSampledPlaces(pixels.size(), samples_, 0,
+                   [&](std::size_t place) { places_.push_back(place); });
+  sample_.resize(places_.size());
   const auto fillSample = [&](std::size_t begin, std::size_t end) {
     for (; begin < end; ++begin) {
       fill(places_[begin], places_[begin] + 1);

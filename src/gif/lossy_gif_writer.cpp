@@ -71,9 +71,14 @@ void LossyGifWriter::Start() {
 
 // Draws the pending picture so that `next` can follow it.
 void LossyGifWriter::Draw(std::span<const Colour> next) {
-  const FrameTables::Choice choice =
-      tables_.Choose(pixels_, [&](std::size_t begin, std::size_t end) { Weigh(next, begin, end); });
-  auto [area, clears] = FindAreaToDraw(pixels_, next, width_, bitPrice_);
+  const auto [top, height] = RowsToDraw(next);
+  const std::size_t first = static_cast<std::size_t>(top) * static_cast<std::size_t>(width_);
+  const std::size_t count = static_cast<std::size_t>(height) * static_cast<std::size_t>(width_);
+  const std::span<LossyPixel> pixels = std::span(pixels_).subspan(first, count);
+  const FrameTables::Choice choice = tables_.Choose(
+      pixels, [&](std::size_t begin, std::size_t end) { Weigh(next, first + begin, first + end); });
+  auto [area, clears] = FindAreaToDraw(pixels, next.subspan(first, count), width_, bitPrice_);
+  area.top += top;
   if (picturesDrawn_ == 0) {
     area = {0, 0, width_, height_};
   }
@@ -83,7 +88,7 @@ void LossyGifWriter::Draw(std::span<const Colour> next) {
     return;
   }
   // What the frame before clears stands as long as that does.
-  area = area.width == 0 ? GifArea{0, 0, 1, 1} : area;
+  area = area.width == 0 ? GifArea{0, top, 1, 1} : area;
   if (!frame_.image.empty()) {
     WriteFrame();
   }
@@ -97,6 +102,29 @@ void LossyGifWriter::Draw(std::span<const Colour> next) {
                   area.width, Colour{0, 0, 0, 0});
     }
   }
+}
+
+// The rows outside of which the screen shows what it should, now and for `next`: one at least.
+LossyGifWriter::Rows LossyGifWriter::RowsToDraw(std::span<const Colour> next) const {
+  if (picturesDrawn_ == 0) {
+    return {0, height_};
+  }
+  const auto width = static_cast<std::size_t>(width_);
+  const auto stands = [&](int row) {
+    const std::size_t begin = static_cast<std::size_t>(row) * width;
+    const std::span<const Colour> shown = std::span(screen_).subspan(begin, width);
+    return AreSame(shown, std::span(pending_).subspan(begin, width)) &&
+           AreSame(shown, next.subspan(begin, width));
+  };
+  int top = 0;
+  int bottom = height_;
+  while (top + 1 < bottom && stands(top)) {
+    ++top;
+  }
+  while (bottom > top + 1 && stands(bottom - 1)) {
+    --bottom;
+  }
+  return {top, bottom - top};
 }
 
 // Says of some pixels of the pending picture what they should be, and what errors count.

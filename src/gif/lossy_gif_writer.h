@@ -48,8 +48,14 @@ class LossyGifWriter {
     std::string image;
   };
 
+  struct Rows {
+    int top;
+    int height;
+  };
+
   void Start();
   void Draw(std::span<const Colour> next);
+  Rows RowsToDraw(std::span<const Colour> next) const;
   void Weigh(std::span<const Colour> next, std::size_t begin, std::size_t end);
   std::string ImageOf(const GifArea& area, const FrameTables::Choice& choice);
   LossyData DataOf(const LossyImage& image, const GifArea& area);
