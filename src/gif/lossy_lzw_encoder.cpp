@@ -14,7 +14,7 @@
 namespace {
 
 // Ways that are behind the best by so many bits are given up.
-constexpr float kBehindBits = 9;
+constexpr float kBehindBits = 7;
 // A longer search finds next to nothing.
 constexpr int kMostSteps = 400;
 constexpr float kForbidden = 1e30F;
