@@ -8,6 +8,7 @@
 #include "frames/get_cae_data.h"
 #include "frames/own_images.h"
 #include "log/diagnostic_log.h"
+#include "movie/avi_creator.h"
 #include "tests/reference/literal_ordering.h"
 #include "tests/support/log_fixture.h"
 
@@ -102,6 +103,15 @@ TEST_F(FramesTest, ScanTakesImagesByName) {
     EXPECT_THAT(Names(data.m_saFileNames.begin(), data.m_saFileNames.end()),
                 UnorderedElementsAreArray(names));
   }
+}
+
+TEST_F(FramesTest, AMovieHasNoFramesOfTheOneBefore) {
+  folder_.WriteAll({"s1.png", "s2.png"});
+  k3dAviCreator creator;
+  creator.m_sInputFolder = folder_.Path();
+  creator.m_caeData.m_saImageFiles.Add("frame of another movie.png");
+  EXPECT_TRUE(creator.GetTheImages());
+  EXPECT_EQ(creator.m_caeData.m_saImageFiles.GetSize(), 2);
 }
 
 TEST_F(FramesTest, DeletesTheListedFilesAndNoOthers) {

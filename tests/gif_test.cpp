@@ -56,6 +56,7 @@ class GifFixture : public LogFixture {
     creator->m_sInputFolder = frames_.Path();
     creator->m_sOutputFile = output.empty() ? temp_ / "out.gif" : output;
     creator->m_nFrameRate = frameRate;
+    creator->m_caeData.m_saImageFiles.Add("frame of another animation.gif");
     CaptureStderr();
     const int status = creator->CreateAnimatedGif();
     errors_ = GetCapturedStderr();
