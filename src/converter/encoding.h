@@ -23,9 +23,8 @@ inline constexpr char kWholePictures[] = "planned.whole";
 struct EncodingSteps {
   // Gets the number of frames done, once for each pass.
   std::function<void(std::size_t)> progress;
-  // Called, where a film leaves memory for another converter, when its encoding begins, with false,
-  // and, maybe on another thread, with true as soon as it may be that every pixel will be in the
-  // file.
+  // Called when there is memory for another converter, maybe on another thread, with whether it may
+  // be that every pixel will be in the file; again when that is known better.
   std::function<void(bool)> begun = [](bool) {};
 };
 

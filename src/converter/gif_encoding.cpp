@@ -92,6 +92,10 @@ std::uint64_t WriteLossily(const Film& film, const FilmColours& colours, FilmPic
                         SinkOf(file));
   std::size_t done = 0;
   pictures.Second([&](const RawPicture& picture) {
+    if (done + 1 == film.shown.size() && !pictures.AreKept()) {
+      // The converter that gave the pictures is done.
+      steps.begun(colours.AreFew());
+    }
     writer.Add(picture, GifDelay(done, film.rate));
     steps.progress(++done);
   });

@@ -208,16 +208,16 @@ TwoWayPixels LossyGifWriter::WaysOf(const std::vector<std::uint8_t>& entries,
   return ways;
 }
 
-// In how many parts an image is encoded. Parts of smaller ones would have to learn too much again
-// of what repeats itself.
+// In how many parts an image is encoded: in pairs, so that both cores are done at the same time.
+// Parts of smaller images would have to learn too much again of what repeats itself.
 std::size_t LossyGifWriter::PartsToEncode(std::size_t pixels) const {
-  constexpr std::size_t kLeastPixels = 30000;
-  constexpr std::size_t kLeastBytes = 4000;
-  constexpr std::size_t kBytes = 12000;
+  constexpr std::size_t kLeastPixels = 60000;
+  constexpr std::size_t kLeastBytes = 8000;
+  constexpr std::size_t kBytes = 36000;
   // The next image is mostly as long as the last.
   const std::size_t bytes = frame_.image.size();
   const std::size_t most = std::min(pixels / kLeastPixels, bytes / kLeastBytes);
-  return most < 2 ? 1 : std::clamp(bytes / kBytes, std::size_t{2}, most);
+  return most == 0 ? 1 : 2 * std::clamp(bytes / kBytes, std::size_t{1}, most);
 }
 
 // The pixels of an area, which hold until the next call.
