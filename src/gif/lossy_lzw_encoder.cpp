@@ -15,6 +15,8 @@ namespace {
 
 // Ways that are behind the best by so many bits are given up.
 constexpr float kBehindBits = 7;
+// Strings whose first pixel costs so many bits are not begun: what they gain later seldom pays.
+constexpr float kFirstBits = 4.5;
 // A longer search finds next to nothing.
 constexpr int kMostSteps = 400;
 constexpr float kForbidden = 1e30F;
@@ -139,10 +141,11 @@ LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
 // Fills the ways with the strings of one pixel.
 void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   const float worth = Worth(pixel);
+  const float most = kFirstBits * bitPrice_;
   ways_.clear();
   best_ = Way(-kForbidden, LzwStrings::kNone, 0);
   const auto add = [&](int entry, float cost) {
-    if (cost <= behind_) {
+    if (cost <= most) {
       if (const Way way(worth - cost, entry, 1); TakesOn(way)) {
         ways_.push_back(way);
       }
@@ -150,7 +153,7 @@ void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
   };
   if (pixel.drawn != LossyPixel::kNever) {
     const float reach = std::sqrt(static_cast<float>(pixel.drawn)) +
-                        std::sqrt(static_cast<float>(pixel.Least()) + behind_ / pixel.weight);
+                        std::sqrt(static_cast<float>(pixel.Least()) + most / pixel.weight);
     // The nearest last, which is gone on before the others: so more of these are given up.
     const std::span<const ColourNeighbours::Neighbour> near = image_.colours->Of(pixel.nearest);
     const auto isNear = [&](const ColourNeighbours::Neighbour& neighbour) {
