@@ -56,6 +56,7 @@ class GifFixture : public LogFixture {
     creator->m_sInputFolder = frames_.Path();
     creator->m_sOutputFile = output.empty() ? temp_ / "out.gif" : output;
     creator->m_nFrameRate = frameRate;
+    // Frames that it forgets.
     creator->m_caeData.m_saImageFiles.Add("frame of another animation.gif");
     CaptureStderr();
     const int status = creator->CreateAnimatedGif();
@@ -233,14 +234,19 @@ TEST_F(GifFixture, SettingsShowInTheOutput) {
   EXPECT_EQ(errors_, "\nError! in stream=1005 \nCLEAR=1000 INCSIZE=1fff EOI=1001 code_size=d \n");
 }
 
-TEST_F(GifFixture, AFileThatIsTheOutputAsWellEndsWhereItDidAndAFolderIsNone) {
+TEST_F(GifFixture, AFileThatIsTheOutputAsWellDoesNotFeedOnItself) {
   const auto merger = std::make_unique<GifMerger>();
   temp_.Write("self", GifAround(0, 2, Bytes({255}) + std::string(20, '\0')));
   const platform::OwnedFile self = platform::OpenFile(temp_ / "self", "ab");
   std::setvbuf(self.get(), nullptr, _IONBF, 0);
   EXPECT_EQ(merger->AppendFile(temp_ / "self", self.get(), false), GifFrameResult::kBrokenOff);
-  // Some systems open a folder like a file.
-  EXPECT_EQ(merger->AppendFile(temp_.Path(), self.get(), false), GifFrameResult::kNotOpened);
+}
+
+TEST_F(GifFixture, AFolderIsNoFrame) {
+  // Some systems open it like a file.
+  const auto merger = std::make_unique<GifMerger>();
+  const platform::OwnedFile output = platform::OpenFile(temp_ / "out", "wb");
+  EXPECT_EQ(merger->AppendFile(temp_.Path(), output.get(), true), GifFrameResult::kNotOpened);
 }
 
 // Codes of about the width that the reader expects, which lead through every corner of the table:

@@ -93,7 +93,7 @@ std::uint64_t WriteLossily(const Film& film, const FilmColours& colours, FilmPic
   std::size_t done = 0;
   pictures.Second([&](const RawPicture& picture) {
     if (done + 1 == film.shown.size() && !pictures.AreKept()) {
-      // The converter that gave the pictures is done.
+      // The converter that gave the pictures is done, and its memory free.
       steps.begun(colours.AreFew());
     }
     writer.Add(picture, GifDelay(done, film.rate));

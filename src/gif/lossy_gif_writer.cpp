@@ -211,6 +211,7 @@ TwoWayPixels LossyGifWriter::WaysOf(const std::vector<std::uint8_t>& entries,
 // In how many parts an image is encoded: in pairs, so that both cores are done at the same time.
 // Parts of smaller images would have to learn too much again of what repeats itself.
 std::size_t LossyGifWriter::PartsToEncode(std::size_t pixels) const {
+  // Of a pair.
   constexpr std::size_t kLeastPixels = 60000;
   constexpr std::size_t kLeastBytes = 8000;
   constexpr std::size_t kBytes = 36000;

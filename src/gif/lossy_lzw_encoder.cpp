@@ -15,7 +15,7 @@ namespace {
 
 // Ways that are behind the best by so many bits are given up.
 constexpr float kBehindBits = 7;
-// Strings whose first pixel costs so many bits are not begun: what they gain later seldom pays.
+// Strings whose first pixel costs more bits are not begun: what they gain later seldom pays.
 constexpr float kFirstBits = 4.5;
 // A longer search finds next to nothing.
 constexpr int kMostSteps = 400;
