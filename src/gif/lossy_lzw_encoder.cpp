@@ -10,6 +10,7 @@
 #include "gif/lzw_codes.h"
 #include "gif/lzw_strings.h"
 #include "gif/nearest_colour.h"
+#include "gif/pixel_prices.h"
 
 namespace {
 
@@ -48,15 +49,15 @@ class LossyLzwEncoder {
   };
 
   Way BestWay(std::size_t start);
-  void Begin(const LossyPixel& pixel);
+  bool Begin(const LossyPixel& pixel, int entry, float cost);
+  int FarthestToBegin(const LossyPixel& pixel) const;
+  void GoOnAll(std::span<const LossyPixel> rest);
   Way GoOn(const Way& way, const LossyPixel& pixel);
   bool TakesOn(const Way& way);
-  float Worth(const LossyPixel& pixel) const;
   int ErrorDrawn(const LossyPixel& pixel, int entry) const;
   float Cost(const LossyPixel& pixel, int entry) const;
   float CostOfStaying(const LossyPixel& pixel) const;
   void TakePixels(const Way& way);
-  void Learn(int length, int drawn, float errors);
 
   LossyImage image_;
   float bitPrice_;
@@ -74,20 +75,17 @@ class LossyLzwEncoder {
   Way best_ = Way(0, LzwStrings::kNone, 0);
   // Ways yet to be gone on.
   std::vector<Way> ways_;
-  // What a pixel costs lately where it is drawn, and where it stays.
-  float priceDrawn_ = 0;
-  float priceStaying_ = 0;
+  // The pixels by which ways were gone on for this code.
+  int steps_ = 0;
+  PixelPrices prices_;
 };
 
 LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
     : image_(image),
       bitPrice_(std::max(image.bitPrice, kLeastBitPrice)),
       behind_(kBehindBits * bitPrice_),
-      part_{LzwCodes(image.codeSize), {}} {
-  constexpr float kFirstDrawnBits = 2;
-  constexpr float kFirstStayingBits = 0.1F;
-  priceDrawn_ = bitPrice_ * kFirstDrawnBits;
-  priceStaying_ = bitPrice_ * kFirstStayingBits;
+      part_{LzwCodes(image.codeSize), {}},
+      prices_(bitPrice_) {
   const std::vector<Colour>& table = image.colours->Table();
   std::copy(table.begin(), table.end(), table_.begin());
   part_.entries.reserve(image.pixels.size());
@@ -124,56 +122,69 @@ Part LossyLzwEncoder::Encode() {
 
 LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
   const std::span<const LossyPixel> rest = image_.pixels.subspan(start);
-  Begin(rest[0]);
-  int steps = 0;
-  while (steps < kMostSteps && !ways_.empty()) {
-    Way way = ways_.back();
-    ways_.pop_back();
-    while (way.code != LzwStrings::kNone && way.gain >= best_.gain - behind_ &&
-           static_cast<std::size_t>(way.length) < rest.size()) {
-      way = GoOn(way, rest[static_cast<std::size_t>(way.length)]);
-      ++steps;
+  const LossyPixel& pixel = rest[0];
+  const bool mayBeDrawn = pixel.drawn != LossyPixel::kNever;
+  best_ = Way(-kForbidden, LzwStrings::kNone, 0);
+  ways_.clear();
+  steps_ = 0;
+  if (mayBeDrawn) {
+    Begin(pixel, pixel.nearest, Cost(pixel, pixel.nearest));
+  }
+  // Of equal ways the last is taken, and gone on first: pixels that may stay should all do so.
+  Begin(pixel, image_.transparent, CostOfStaying(pixel));
+  GoOnAll(rest);
+  if (mayBeDrawn) {
+    // The better the best is by now, the fewer of the others are begun.
+    int farthest = FarthestToBegin(pixel);
+    for (const auto& [entry, distance] : image_.colours->Of(pixel.nearest).subspan(1)) {
+      if (distance > farthest) {
+        break;
+      }
+      if (Begin(pixel, entry, Cost(pixel, entry))) {
+        GoOnAll(rest);
+        farthest = FarthestToBegin(pixel);
+      }
     }
   }
   return best_;
 }
 
-// Fills the ways with the strings of one pixel.
-void LossyLzwEncoder::Begin(const LossyPixel& pixel) {
-  const float worth = Worth(pixel);
-  const float most = kFirstBits * bitPrice_;
-  ways_.clear();
-  best_ = Way(-kForbidden, LzwStrings::kNone, 0);
-  const auto add = [&](int entry, float cost) {
-    if (cost <= most) {
-      if (const Way way(worth - cost, entry, 1); TakesOn(way)) {
-        ways_.push_back(way);
-      }
-    }
-  };
-  if (pixel.drawn != LossyPixel::kNever) {
-    const float reach = std::sqrt(static_cast<float>(pixel.drawn)) +
-                        std::sqrt(static_cast<float>(pixel.Least()) + most / pixel.weight);
-    // The nearest last, which is gone on before the others: so more of these are given up.
-    const std::span<const ColourNeighbours::Neighbour> near = image_.colours->Of(pixel.nearest);
-    const auto isNear = [&](const ColourNeighbours::Neighbour& neighbour) {
-      return static_cast<float>(neighbour.distance) <= reach * reach;
-    };
-    for (auto count =
-             std::distance(near.begin(), std::partition_point(near.begin(), near.end(), isNear));
-         count-- > 0;) {
-      const int entry = near[static_cast<std::size_t>(count)].entry;
-      add(entry, Cost(pixel, entry));
+// Sees the string of a pixel alone, as an entry. Returns whether it is to be gone on.
+bool LossyLzwEncoder::Begin(const LossyPixel& pixel, int entry, float cost) {
+  const Way way(prices_.Worth(pixel) - cost, entry, 1);
+  if (cost > kFirstBits * bitPrice_ || !TakesOn(way)) {
+    return false;
+  }
+  ways_.push_back(way);
+  return true;
+}
+
+// How far from the nearest an entry can be for a string that begins with it not to be too far
+// behind.
+int LossyLzwEncoder::FarthestToBegin(const LossyPixel& pixel) const {
+  const float most = std::min(kFirstBits * bitPrice_, prices_.Worth(pixel) - best_.gain + behind_);
+  const float square = static_cast<float>(pixel.Least()) + most / pixel.weight;
+  const float reach =
+      std::sqrt(static_cast<float>(pixel.drawn)) + std::sqrt(std::max(0.0F, square));
+  return static_cast<int>(reach * reach);
+}
+
+void LossyLzwEncoder::GoOnAll(std::span<const LossyPixel> rest) {
+  while (steps_ < kMostSteps && !ways_.empty()) {
+    Way way = ways_.back();
+    ways_.pop_back();
+    while (way.code != LzwStrings::kNone && way.gain >= best_.gain - behind_ &&
+           static_cast<std::size_t>(way.length) < rest.size()) {
+      way = GoOn(way, rest[static_cast<std::size_t>(way.length)]);
+      ++steps_;
     }
   }
-  // Of equal ways the last is taken, and gone on first: pixels that may stay should all do so.
-  add(image_.transparent, CostOfStaying(pixel));
 }
 
 // Goes on from a way by a pixel. Returns the best of the ways that this makes, and keeps the others
 // for later; those too far behind the best of all are left out.
 LossyLzwEncoder::Way LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pixel) {
-  const float gain = way.gain + Worth(pixel);
+  const float gain = way.gain + prices_.Worth(pixel);
   const float mostCost =
       std::min(gain - best_.gain + behind_, kBitsOfCode * bitPrice_ * pixel.weight);
   const int leastError = pixel.Least();
@@ -216,12 +227,6 @@ bool LossyLzwEncoder::TakesOn(const Way& way) {
   return strings_.LastLonger(way.code) != LzwStrings::kNone || way.code == before_;
 }
 
-// What it is worth to have reached a pixel: what it will cost otherwise.
-float LossyLzwEncoder::Worth(const LossyPixel& pixel) const {
-  const auto error = static_cast<float>(pixel.staying - pixel.Least());
-  return std::min(priceDrawn_, error * pixel.weight + priceStaying_);
-}
-
 int LossyLzwEncoder::ErrorDrawn(const LossyPixel& pixel, int entry) const {
   return pixel.drawn == LossyPixel::kNever
              ? LossyPixel::kNever
@@ -241,7 +246,7 @@ float LossyLzwEncoder::CostOfStaying(const LossyPixel& pixel) const {
   return more * pixel.weight + (pixel.isBetterDrawn ? kBitsOfPreference * bitPrice_ : 0);
 }
 
-// Has the pixels of a string, and learns from what they cost.
+// Has the pixels of a string, and has the prices learn from it.
 void LossyLzwEncoder::TakePixels(const Way& way) {
   const std::size_t known = part_.entries.size();
   part_.entries.resize(known + static_cast<std::size_t>(way.length));
@@ -256,25 +261,7 @@ void LossyLzwEncoder::TakePixels(const Way& way) {
       errors += Cost(image_.pixels[place], entry);
     }
   }
-  Learn(way.length, drawn, errors);
-}
-
-// Brings the prices up to date with a string of which so many pixels are drawn, with such errors.
-void LossyLzwEncoder::Learn(int length, int drawn, float errors) {
-  constexpr float kNew = 0.004F;
-  constexpr float kMostBits = 6;
-  constexpr int kMostAtOnce = 32;
-  const float bits = bitPrice_ * kBitsOfCode / static_cast<float>(length);
-  const auto learn = [&](float& price, int pixels, float each) {
-    const float share = kNew * static_cast<float>(std::min(pixels, kMostAtOnce));
-    price += (std::min(each, kMostBits * bitPrice_) - price) * share / (1 + share);
-  };
-  if (drawn > 0) {
-    learn(priceDrawn_, drawn, bits + errors / static_cast<float>(drawn));
-  }
-  if (drawn < length) {
-    learn(priceStaying_, length - drawn, bits);
-  }
+  prices_.Learn(way.length, drawn, errors);
 }
 
 }  // namespace
