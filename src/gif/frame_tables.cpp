@@ -28,6 +28,9 @@ constexpr std::size_t kManySamples = 100000;
 // For pixels that are.
 void NothingToFill(std::size_t, std::size_t) {}
 
+// For those of which nothing more is asked.
+constexpr auto kUnmeasured = [](std::size_t, std::span<const LossyPixel>) {};
+
 // What a table is to some pixels.
 struct Fit {
   double error = 0;
@@ -54,7 +57,7 @@ void MarkBetterDrawn(std::span<LossyPixel> pixels, int noDifference) {
   });
 }
 
-void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, int noDifference, Fit& fit) {
+void FindNearestOfSome(std::span<LossyPixel> pixels, NearestColour& colours, int noDifference) {
   // Where colours change more often than that a run that is drawn is like nothing.
   constexpr int kLeastPixelsOfColour = 3;
   int asGood = 0;
@@ -65,11 +68,6 @@ void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, int noDif
       const auto [entry, distance] = colours.Of(pixel.wanted);
       pixel.nearest = entry;
       pixel.drawn = distance;
-    }
-    fit.error += static_cast<double>(pixel.weight * static_cast<float>(pixel.Least()));
-    if (pixel.drawn < pixel.staying) {
-      fit.gains[pixel.nearest] += static_cast<float>(pixel.staying - pixel.drawn) * pixel.weight;
-      ++fit.needing;
     }
     // Without branches: which way they go is hard to guess.
     const int isAsGood = static_cast<int>(IsAsGoodDrawn(pixel, noDifference));
@@ -84,20 +82,44 @@ void MeasureSome(std::span<LossyPixel> pixels, NearestColour& colours, int noDif
 }
 
 // Says in the pixels what the nearest entries are for them, some at a time after `fill` had them,
-// so that they are still in the cache.
-Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, int noDifference,
-            const FrameTables::Fill& fill) {
+// so that they are still in the cache. `found` gets these with the number of their part.
+template <typename Found>
+void FindNearest(std::span<LossyPixel> pixels, NearColours& colours, int noDifference,
+                 const FrameTables::Fill& fill, const Found& found) {
   constexpr std::size_t kAtOnce = 1024;
-  std::vector<Fit> fits(PartsOf(pixels.size()));
-  InParts(fits.size(), [&](std::size_t thread, std::size_t part) {
-    const std::size_t end = BeginOf(part + 1, fits.size(), pixels.size());
-    for (std::size_t begin = BeginOf(part, fits.size(), pixels.size()); begin < end;
-         begin += kAtOnce) {
+  const std::size_t parts = PartsOf(pixels.size());
+  InParts(parts, [&](std::size_t thread, std::size_t part) {
+    const std::size_t end = BeginOf(part + 1, parts, pixels.size());
+    for (std::size_t begin = BeginOf(part, parts, pixels.size()); begin < end; begin += kAtOnce) {
       const std::size_t count = std::min(kAtOnce, end - begin);
       fill(begin, begin + count);
-      MeasureSome(pixels.subspan(begin, count), colours.at(thread), noDifference, fits[part]);
+      const std::span<LossyPixel> some = pixels.subspan(begin, count);
+      FindNearestOfSome(some, colours.at(thread), noDifference);
+      found(part, some);
     }
   });
+}
+
+void Add(std::span<const LossyPixel> pixels, Fit& fit) {
+  double error = 0;
+  std::size_t needing = 0;
+  for (const LossyPixel& pixel : pixels) {
+    error += static_cast<double>(pixel.weight * static_cast<float>(pixel.Least()));
+    if (pixel.drawn < pixel.staying) {
+      fit.gains[pixel.nearest] += static_cast<float>(pixel.staying - pixel.drawn) * pixel.weight;
+      ++needing;
+    }
+  }
+  fit.error += error;
+  fit.needing += needing;
+}
+
+// The same, and how the table fits.
+Fit Measure(std::span<LossyPixel> pixels, NearColours& colours, int noDifference,
+            const FrameTables::Fill& fill) {
+  std::vector<Fit> fits(PartsOf(pixels.size()));
+  FindNearest(pixels, colours, noDifference, fill,
+              [&](std::size_t part, std::span<const LossyPixel> some) { Add(some, fits[part]); });
   Fit whole;
   for (const Fit& fit : fits) {
     whole.error += fit.error;
@@ -144,7 +166,7 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
   if (!isExact_ && ownTrials_.Next()) {
     if (std::optional<NearColours> own = OwnFor(pixels, fill)) {
       ownTrials_.Helped();
-      Measure(pixels, *own, noDifference_, fill);
+      FindNearest(pixels, *own, noDifference_, fill, kUnmeasured);
       return Own(own->front().Table());
     }
   }
@@ -154,7 +176,7 @@ FrameTables::Choice FrameTables::Choose(std::span<LossyPixel> pixels, const Fill
     const int most = std::min(kSmallBits, LossyTableBits(Global()) - 1);
     if (!needed.empty() && LossyTableBits(needed) <= most) {
       NearColours near = OnTwoThreads(needed);
-      Measure(pixels, near, noDifference_, NothingToFill);
+      FindNearest(pixels, near, noDifference_, NothingToFill, kUnmeasured);
       return Own(std::move(needed));
     }
   }

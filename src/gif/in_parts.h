@@ -1,6 +1,7 @@
 // Work on many things at once, on two cores.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <future>
@@ -36,4 +37,16 @@ void InParts(std::size_t parts, const Work& work) {
   if (other.valid()) {
     other.get();
   }
+}
+
+// Calls `work` with each of so many rows of so many pixels.
+template <typename Work>
+void ForEachRow(std::size_t rows, std::size_t width, const Work& work) {
+  const std::size_t parts = std::min(rows, PartsOf(rows * width));
+  InParts(parts, [&](std::size_t, std::size_t part) {
+    const std::size_t end = BeginOf(part + 1, parts, rows);
+    for (std::size_t row = BeginOf(part, parts, rows); row < end; ++row) {
+      work(row);
+    }
+  });
 }

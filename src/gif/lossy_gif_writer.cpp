@@ -193,7 +193,7 @@ TwoWayPixels LossyGifWriter::WaysOf(const std::vector<std::uint8_t>& entries,
   const std::vector<Colour>& table = image.colours->Table();
   const auto transparent = static_cast<std::uint8_t>(image.transparent);
   TwoWayPixels ways = {entries, entries, static_cast<std::size_t>(area.width), image.codeSize};
-  const Colour* shown = screen_.data() + static_cast<std::ptrdiff_t>(area.top) * width_ + area.left;
+  const Colour* shown = screen_.data() + PlaceOf(area);
   for (std::size_t row = 0; row < entries.size(); row += ways.width, shown += width_) {
     for (std::size_t column = 0; column < ways.width; ++column) {
       const std::size_t place = row + column;
@@ -223,37 +223,38 @@ std::size_t LossyGifWriter::PartsToEncode(std::size_t pixels) const {
 
 // The pixels of an area, which hold until the next call.
 std::span<const LossyPixel> LossyGifWriter::PixelsOf(const GifArea& area) {
-  const auto rowAt = [&](int row) {
-    return pixels_.begin() + static_cast<std::ptrdiff_t>(row) * width_;
-  };
-  if (area.width == width_) {
-    return {rowAt(area.top), rowAt(area.top + area.height)};
-  }
   const auto width = static_cast<std::size_t>(area.width);
   const auto height = static_cast<std::size_t>(area.height);
+  const std::span<const LossyPixel> from = std::span(pixels_).subspan(PlaceOf(area));
+  if (area.width == width_) {
+    return from.first(height * width);
+  }
   part_.resize(height * width);
-  const std::size_t parts = std::min(height, PartsOf(height * width));
-  InParts(parts, [&](std::size_t, std::size_t part) {
-    const std::size_t end = BeginOf(part + 1, parts, height);
-    for (std::size_t row = BeginOf(part, parts, height); row < end; ++row) {
-      std::copy_n(rowAt(area.top + static_cast<int>(row)) + area.left, width,
-                  part_.begin() + static_cast<std::ptrdiff_t>(row * width));
-    }
+  ForEachRow(height, width, [&](std::size_t row) {
+    std::copy_n(from.begin() + static_cast<std::ptrdiff_t>(row) * width_, width,
+                part_.begin() + static_cast<std::ptrdiff_t>(row * width));
   });
   return part_;
 }
 
 void LossyGifWriter::Show(const GifArea& area, const std::vector<std::uint8_t>& entries,
                           const std::vector<Colour>& table) {
-  auto entry = entries.begin();
-  for (int row = area.top; row < area.top + area.height; ++row) {
-    Colour* shown = screen_.data() + static_cast<std::ptrdiff_t>(row) * width_ + area.left;
-    for (int column = 0; column < area.width; ++column, ++shown, ++entry) {
-      if (*entry < table.size()) {
-        *shown = table[*entry];
+  const auto width = static_cast<std::size_t>(area.width);
+  const std::span<Colour> screen = std::span(screen_).subspan(PlaceOf(area));
+  ForEachRow(static_cast<std::size_t>(area.height), width, [&](std::size_t row) {
+    const std::span<Colour> shown = screen.subspan(row * static_cast<std::size_t>(width_), width);
+    for (std::size_t column = 0; column < width; ++column) {
+      if (const std::uint8_t entry = entries[row * width + column]; entry < table.size()) {
+        shown[column] = table[entry];
       }
     }
-  }
+  });
+}
+
+// Of the first pixel of an area.
+std::size_t LossyGifWriter::PlaceOf(const GifArea& area) const {
+  return static_cast<std::size_t>(area.top) * static_cast<std::size_t>(width_) +
+         static_cast<std::size_t>(area.left);
 }
 
 // A frame that stands longer than one can is drawn more than once.

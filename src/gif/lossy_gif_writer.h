@@ -66,6 +66,7 @@ class LossyGifWriter {
   std::span<const LossyPixel> PixelsOf(const GifArea& area);
   void Show(const GifArea& area, const std::vector<std::uint8_t>& entries,
             const std::vector<Colour>& table);
+  std::size_t PlaceOf(const GifArea& area) const;
   void WriteFrame();
 
   int width_;

@@ -22,17 +22,12 @@ constexpr float kFirstBits = 4.5;
 constexpr int kMostSteps = 400;
 constexpr float kForbidden = 1e30F;
 
-// The codes of some pixels, and what each of these became.
-struct Part {
-  LzwCodes codes;
-  std::vector<std::uint8_t> entries;
-};
-
 class LossyLzwEncoder {
  public:
-  explicit LossyLzwEncoder(const LossyImage& image);
+  // The pixels become `entries`, which are as many.
+  LossyLzwEncoder(const LossyImage& image, std::span<std::uint8_t> entries);
 
-  Part Encode();
+  LzwCodes Encode();
 
  private:
   // A known string for the next pixels, and by how much it is better than none. Many are moved
@@ -54,17 +49,17 @@ class LossyLzwEncoder {
   void GoOnAll(std::span<const LossyPixel> rest);
   Way GoOn(const Way& way, const LossyPixel& pixel);
   bool TakesOn(const Way& way);
-  int ErrorDrawn(const LossyPixel& pixel, int entry) const;
   float Cost(const LossyPixel& pixel, int entry) const;
   float CostOfStaying(const LossyPixel& pixel) const;
-  void TakePixels(const Way& way);
+  void TakePixels(const Way& way, std::size_t begin);
 
   LossyImage image_;
   float bitPrice_;
   // Ways that are behind the best by so much are given up.
   float behind_;
   std::array<Colour, 256> table_ = {};
-  Part part_;
+  std::span<std::uint8_t> entries_;
+  LzwCodes codes_;
   LzwStrings strings_;
   // The string before, and the code of the one that is made of it; kNone for none.
   int before_ = LzwStrings::kNone;
@@ -80,23 +75,23 @@ class LossyLzwEncoder {
   PixelPrices prices_;
 };
 
-LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image)
+LossyLzwEncoder::LossyLzwEncoder(const LossyImage& image, std::span<std::uint8_t> entries)
     : image_(image),
       bitPrice_(std::max(image.bitPrice, kLeastBitPrice)),
       behind_(kBehindBits * bitPrice_),
-      part_{LzwCodes(image.codeSize), {}},
+      entries_(entries),
+      codes_(image.codeSize),
       prices_(bitPrice_) {
   const std::vector<Colour>& table = image.colours->Table();
   std::copy(table.begin(), table.end(), table_.begin());
-  part_.entries.reserve(image.pixels.size());
   strings_.Clear(1 << image.codeSize);
 }
 
-Part LossyLzwEncoder::Encode() {
+LzwCodes LossyLzwEncoder::Encode() {
   LzwClearing clearing{LzwClearing::kUsualWindow};
-  clearing.Restart(0, part_.codes.BitCount());
+  clearing.Restart(0, codes_.BitCount());
   for (std::size_t place = 0; place < image_.pixels.size();) {
-    const int next = part_.codes.NextCode();
+    const int next = codes_.NextCode();
     made_ = before_ != LzwStrings::kNone && next < LzwStrings::kLimit ? next : LzwStrings::kNone;
     mayTakeMade_ = made_ != LzwStrings::kNone &&
                    strings_.Longer(before_, strings_.FirstOf(before_)) == LzwStrings::kNone;
@@ -105,19 +100,18 @@ Part LossyLzwEncoder::Encode() {
       const int first = way.code == made_ ? strings_.FirstOf(before_) : strings_.FirstOf(way.code);
       strings_.Add(before_, first, made_);
     }
-    TakePixels(way);
-    part_.codes.Write(way.code);
+    TakePixels(way, place);
+    codes_.Write(way.code);
     before_ = way.code;
     place += static_cast<std::size_t>(way.length);
-    if (part_.codes.NextCode() == LzwStrings::kLimit &&
-        clearing.Pays(place, part_.codes.BitCount())) {
-      part_.codes.Clear();
+    if (codes_.NextCode() == LzwStrings::kLimit && clearing.Pays(place, codes_.BitCount())) {
+      codes_.Clear();
       strings_.Clear(1 << image_.codeSize);
-      clearing.Restart(place, part_.codes.BitCount());
+      clearing.Restart(place, codes_.BitCount());
       before_ = LzwStrings::kNone;
     }
   }
-  return std::move(part_);
+  return std::move(codes_);
 }
 
 LossyLzwEncoder::Way LossyLzwEncoder::BestWay(std::size_t start) {
@@ -187,15 +181,23 @@ LossyLzwEncoder::Way LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pix
   const float gain = way.gain + prices_.Worth(pixel);
   const float mostCost =
       std::min(gain - best_.gain + behind_, kBitsOfCode * bitPrice_ * pixel.weight);
-  const int leastError = pixel.Least();
   const float costOfStaying = CostOfStaying(pixel);
+  const int leastError = pixel.Least();
+  // Most longer strings are too costly: whole numbers say so soonest.
+  const int mostError =
+      pixel.drawn == LossyPixel::kNever
+          ? -1
+          : leastError + static_cast<int>(std::max(-1.0F, mostCost / pixel.weight));
   Way next(-kForbidden, LzwStrings::kNone, 0);
   const auto add = [&](int longer, int entry) {
-    const float cost =
-        entry == image_.transparent
-            ? costOfStaying
-            : static_cast<float>(ErrorDrawn(pixel, entry) - leastError) * pixel.weight;
-    if (cost > mostCost) {
+    float cost = costOfStaying;
+    if (entry != image_.transparent) {
+      const int error = ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
+      if (error > mostError) {
+        return;
+      }
+      cost = static_cast<float>(error - leastError) * pixel.weight;
+    } else if (cost > mostCost) {
       return;
     }
     Way found(gain - cost, longer, way.length + 1);
@@ -227,15 +229,10 @@ bool LossyLzwEncoder::TakesOn(const Way& way) {
   return strings_.LastLonger(way.code) != LzwStrings::kNone || way.code == before_;
 }
 
-int LossyLzwEncoder::ErrorDrawn(const LossyPixel& pixel, int entry) const {
-  return pixel.drawn == LossyPixel::kNever
-             ? LossyPixel::kNever
-             : ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
-}
-
-// What the error of a pixel drawn as this entry costs above the least.
+// What the error of a pixel costs above the least that is drawn, as it may be, as this entry.
 float LossyLzwEncoder::Cost(const LossyPixel& pixel, int entry) const {
-  const auto more = static_cast<float>(ErrorDrawn(pixel, entry) - pixel.Least());
+  const int error = ColourDistance(pixel.wanted, table_[static_cast<std::size_t>(entry)]);
+  const auto more = static_cast<float>(error - pixel.Least());
   return more > kBitsOfCode * bitPrice_ ? kForbidden : more * pixel.weight;
 }
 
@@ -246,16 +243,15 @@ float LossyLzwEncoder::CostOfStaying(const LossyPixel& pixel) const {
   return more * pixel.weight + (pixel.isBetterDrawn ? kBitsOfPreference * bitPrice_ : 0);
 }
 
-// Has the pixels of a string, and has the prices learn from it.
-void LossyLzwEncoder::TakePixels(const Way& way) {
-  const std::size_t known = part_.entries.size();
-  part_.entries.resize(known + static_cast<std::size_t>(way.length));
+// Has the pixels of a string from `begin` on, and has the prices learn from it.
+void LossyLzwEncoder::TakePixels(const Way& way, std::size_t begin) {
   int code = way.code;
   int drawn = 0;
   float errors = 0;
-  for (std::size_t place = part_.entries.size(); place > known; code = strings_.ShorterOf(code)) {
+  for (std::size_t place = begin + static_cast<std::size_t>(way.length); place-- > begin;
+       code = strings_.ShorterOf(code)) {
     const int entry = strings_.LastOf(code);
-    part_.entries[--place] = static_cast<std::uint8_t>(entry);
+    entries_[place] = static_cast<std::uint8_t>(entry);
     if (entry != image_.transparent) {
       ++drawn;
       errors += Cost(image_.pixels[place], entry);
@@ -267,18 +263,20 @@ void LossyLzwEncoder::TakePixels(const Way& way) {
 }  // namespace
 
 LossyData EncodeLossily(const LossyImage& image, std::size_t parts) {
-  std::vector<Part> done(parts, Part{LzwCodes(image.codeSize), {}});
+  LossyData data;
+  data.entries.resize(image.pixels.size());
+  std::vector<LzwCodes> done(parts, LzwCodes(image.codeSize));
   InParts(parts, [&](std::size_t, std::size_t part) {
     const std::size_t begin = BeginOf(part, parts, image.pixels.size());
+    const std::size_t count = BeginOf(part + 1, parts, image.pixels.size()) - begin;
     LossyImage some = image;
-    some.pixels =
-        image.pixels.subspan(begin, BeginOf(part + 1, parts, image.pixels.size()) - begin);
-    done[part] = LossyLzwEncoder(some).Encode();
+    some.pixels = image.pixels.subspan(begin, count);
+    done[part] = LossyLzwEncoder(some, std::span(data.entries).subspan(begin, count)).Encode();
   });
-  Part whole = std::move(done.front());
+  LzwCodes whole = std::move(done.front());
   for (std::size_t part = 1; part < parts; ++part) {
-    whole.codes.Append(done[part].codes);
-    whole.entries.insert(whole.entries.end(), done[part].entries.begin(), done[part].entries.end());
+    whole.Append(done[part]);
   }
-  return {whole.codes.Finish(), std::move(whole.entries)};
+  data.bytes = whole.Finish();
+  return data;
 }

@@ -38,20 +38,22 @@ class NearestColour {
     const GifColour key = ToGifColour(colour);
     Found& found = found_[key * 0x9E3779B1U >> (32 - kFoundBits)];
     if (found.colour != key) {
-      found = {key, Search(colour)};
+      const Match match = Search(colour);
+      found = {key, static_cast<std::uint32_t>(match.distance) << 8U | match.entry};
     }
-    return found.match;
+    return {static_cast<std::uint8_t>(found.match), static_cast<int>(found.match >> 8U)};
   }
 
  private:
   // Leading bits of each of red, green and blue that lead to a list of entries.
-  static constexpr int kBits = 5;
+  static constexpr int kBits = 4;
 
-  static constexpr int kFoundBits = 14;
+  static constexpr int kFoundBits = 15;
 
+  // Small, so that many are near at hand: the entry is in the lowest byte, the distance above it.
   struct Found {
     GifColour colour = kTransparent;
-    Match match;
+    std::uint32_t match = 0;
   };
 
   // A list. The values of one channel stand together, so that some are taken at once.
