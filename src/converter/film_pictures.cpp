@@ -42,15 +42,35 @@ void FilmPictures::First(const Take& take) {
        });
 }
 
-void FilmPictures::Second(const Take& take) {
+void FilmPictures::PrepareSecond() {
   if (!keeps_) {
-    Read("[0:v]" + PlannedPicture(film_) + "," + kWholePixels + "[film]", {}, take);
-    return;
+    second_ = std::async(std::launch::async, [this, taken = take_.get_future()]() mutable {
+      Take take;
+      ReadAgain([&](const RawPicture& picture) {
+        if (!take) {
+          take = taken.get();
+        }
+        take(picture);
+      });
+    });
+  }
+}
+
+void FilmPictures::Second(const Take& take) {
+  if (second_.valid()) {
+    take_.set_value(take);
+    second_.get();
+  } else if (!keeps_) {
+    ReadAgain(take);
   }
   for (const RawPicture& picture : kept_) {
     StopIfInterrupted();
     take(picture);
   }
+}
+
+void FilmPictures::ReadAgain(const std::function<void(RawPicture&)>& take) const {
+  Read("[0:v]" + PlannedPicture(film_) + "," + kWholePixels + "[film]", {}, take);
 }
 
 // Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.

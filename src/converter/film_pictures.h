@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -28,10 +29,15 @@ class FilmPictures {
   // Whether the converter has nothing to do the second time.
   bool AreKept() const { return keeps_; }
 
+  // Starts the converter for the second time, where it is needed, while the first one is still at
+  // work: it has a picture at once then. For when there has to be a second time.
+  void PrepareSecond();
+
   // The same for the second time, if there has to be one.
   void Second(const Take& take);
 
  private:
+  void ReadAgain(const std::function<void(RawPicture&)>& take) const;
   void Read(const std::string& graph, const Words& more,
             const std::function<void(RawPicture&)>& take) const;
 
@@ -40,6 +46,9 @@ class FilmPictures {
   const Staging& staging_;
   bool keeps_;
   std::vector<RawPicture> kept_;
+  // Its end waits for the first picture to be taken: the promise ends before it.
+  std::future<void> second_;
+  std::promise<Take> take_;
 };
 
 }  // namespace animate

@@ -1,5 +1,6 @@
 #include "converter/gif_encoding.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -110,7 +111,10 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
                const fs::path& target, const EncodingSteps& steps) {
   FilmPictures pictures(converter, film, staging);
   const bool mayLoseFew = film.quality < kExactFrom;
+  // As many as come while a converter starts.
+  const std::size_t last = std::min<std::size_t>(film.shown.size() - 1, 8);
   FilmColours colours(mayLoseFew);
+  const auto mayLose = [&] { return !colours.AreFew() || mayLoseFew; };
   ExactGif exact(film, staging.Folder());
   std::size_t done = 0;
   if (pictures.AreKept()) {
@@ -125,9 +129,12 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
       exact.Add(picture, *std::move(entries), colours.Few(), GifDelay(done, film.rate));
     }
     steps.progress(++done);
+    if (film.shown.size() - done == last && mayLose()) {
+      pictures.PrepareSecond();
+    }
   });
   std::optional<std::uint64_t> size;
-  if (!colours.AreFew() || mayLoseFew) {
+  if (mayLose()) {
     size = WriteLossily(film, colours, pictures, target, steps);
   }
   // Empty where some pixels may be lost.
