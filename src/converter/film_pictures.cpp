@@ -19,7 +19,13 @@ namespace {
 // kinds need nearly the same.
 constexpr std::size_t kMostKeptBytes = 64U << 20U;
 
-constexpr const char* kWholePixels = "format=rgba";
+RawPixels PixelsOf(const Film& film) {
+  return film.freePixels == Film::FreePixels::kKept ? RawPixels::kAll : RawPixels::kOpaque;
+}
+
+std::string WholePixels(const Film& film) {
+  return std::string("format=") + NameOf(PixelsOf(film));
+}
 
 bool AreSmall(const Film& film) {
   const std::size_t bytes = sizeof(::Colour) * static_cast<std::size_t>(film.size.width) *
@@ -33,7 +39,7 @@ FilmPictures::FilmPictures(const Converter& converter, const Film& film, const S
     : converter_(converter), film_(film), staging_(staging), keeps_(AreSmall(film)) {}
 
 void FilmPictures::First(const Take& take) {
-  Read(FilmAndSmall(film_, kWholePixels), SmallOutput(film_, kPlannedPictures),
+  Read(FilmAndSmall(film_, WholePixels(film_)), SmallOutput(film_, kPlannedPictures),
        [&](RawPicture& picture) {
          take(picture);
          if (keeps_) {
@@ -70,7 +76,7 @@ void FilmPictures::Second(const Take& take) {
 }
 
 void FilmPictures::ReadAgain(const std::function<void(RawPicture&)>& take) const {
-  Read("[0:v]" + PlannedPicture(film_) + "," + kWholePixels + "[film]", {}, take);
+  Read("[0:v]" + PlannedPicture(film_) + "," + WholePixels(film_) + "[film]", {}, take);
 }
 
 // Has the converter give the planned pictures, by the filters `graph`, and make what `more` says.
@@ -79,15 +85,16 @@ void FilmPictures::Read(const std::string& graph, const Words& more,
   // The next picture comes while one is being worked on.
   RawPicture whole;
   Behind behind;
-  RawPictures pictures(film_, [&](RawPicture& picture) {
+  RawPictures pictures(film_, PixelsOf(film_), [&](RawPicture& picture) {
     behind.Finish();
     std::swap(whole, picture);
     behind.Do([&] { take(whole); });
   });
-  const auto read = converter_.ReadBytes(
-      Joined(InputOf(converter_, film_, staging_),
-             Words{"-filter_complex", graph, "-map", "[film]"}, RateOf(film_), RawOutput(), more),
-      staging_.Folder(), [&](std::string_view piece) { pictures.Take(piece); });
+  const auto read = converter_.ReadBytes(Joined(InputOf(converter_, film_, staging_),
+                                                Words{"-filter_complex", graph, "-map", "[film]"},
+                                                RateOf(film_), RawOutput(PixelsOf(film_)), more),
+                                         staging_.Folder(),
+                                         [&](std::string_view piece) { pictures.Take(piece); });
   if (!read) {
     throw Failure(read.Reason());
   }

@@ -50,13 +50,15 @@ ReadBack Read(const Converter& converter, const Film& film, const fs::path& targ
   const std::string video = untilFinished ? "1:v:0" : "0:v:0";
   const Words picture = {"-map", video, "-vsync", "0"};
   ReadBack found;
-  RawPictures pictures(film, [&](const RawPicture& one) { found.whole += FingerprintOf(one); });
+  // With alpha: a hole is another picture, whatever its colour.
+  RawPictures pictures(film, RawPixels::kAll,
+                       [&](const RawPicture& one) { found.whole += FingerprintOf(one); });
   const auto read = converter.ReadBytes(
       Joined(wait, converter.Threads(), DecoderWords(film),
              Words{"-i", platform::ArgumentOfPath(target)},
              Words{"-map", video, "-c", "copy", "-copyinkf", "-f", "framecrc", packets}, picture,
              Words{"-vf", SeenInSmall(film), "-c:v", "rawvideo", "-f", "rawvideo", kSeenPictures},
-             everyPixel ? Joined(picture, RawOutput()) : Words()),
+             everyPixel ? Joined(picture, RawOutput(RawPixels::kAll)) : Words()),
       folder, [&](std::string_view piece) { pictures.Take(piece); }, untilFinished);
   if (!read) {
     throw Failure("the finished file cannot be read back: " + read.Reason());

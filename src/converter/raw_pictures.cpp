@@ -25,26 +25,47 @@ void Settle(RawPicture& picture) {
   }
 }
 
-}  // namespace
-
-Words RawOutput() {
-  return {"-pix_fmt", "rgba", "-c:v", "rawvideo", "-f", "rawvideo", "pipe:1"};
+// Has the pixels of a picture that are in its last three quarters of bytes, three each. Each is
+// written no later than the bytes of the next are read.
+void Spread(RawPicture& picture) {
+  const std::size_t count = picture.size();
+  const auto* from = reinterpret_cast<const std::uint8_t*>(picture.data()) + count;
+  for (std::size_t place = 0; place < count; ++place, from += 3) {
+    picture[place] = {from[0], from[1], from[2], 255};
+  }
 }
 
-RawPictures::RawPictures(const Film& film, std::function<void(RawPicture&)> picture)
+}  // namespace
+
+const char* NameOf(RawPixels pixels) {
+  return pixels == RawPixels::kAll ? "rgba" : "rgb24";
+}
+
+Words RawOutput(RawPixels pixels) {
+  return {"-pix_fmt", NameOf(pixels), "-c:v", "rawvideo", "-f", "rawvideo", "pipe:1"};
+}
+
+RawPictures::RawPictures(const Film& film, RawPixels pixels,
+                         std::function<void(RawPicture&)> picture)
     : picture_(std::move(picture)),
       keepsFree_(film.freePixels == Film::FreePixels::kKept),
+      bytesAPixel_(pixels == RawPixels::kAll ? kBytesAPixel : kBytesAPixel - 1),
       pixels_(static_cast<std::size_t>(film.size.width) *
               static_cast<std::size_t>(film.size.height)) {}
 
 void RawPictures::Take(std::string_view piece) {
+  const std::size_t bytes = pixels_ * bytesAPixel_;
   while (!piece.empty()) {
     current_.resize(pixels_);
-    const std::size_t count = std::min(piece.size(), pixels_ * kBytesAPixel - filled_);
-    std::memcpy(reinterpret_cast<char*>(current_.data()) + filled_, piece.data(), count);
+    const std::size_t count = std::min(piece.size(), bytes - filled_);
+    const std::size_t begin = pixels_ * kBytesAPixel - bytes;
+    std::memcpy(reinterpret_cast<char*>(current_.data()) + begin + filled_, piece.data(), count);
     piece.remove_prefix(count);
     filled_ += count;
-    if (filled_ == pixels_ * kBytesAPixel) {
+    if (filled_ == bytes) {
+      if (bytesAPixel_ != kBytesAPixel) {
+        Spread(current_);
+      }
       if (keepsFree_) {
         Settle(current_);
       }

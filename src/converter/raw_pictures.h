@@ -17,14 +17,20 @@ namespace animate {
 // all its values are 0.
 using RawPicture = std::vector<::Colour>;
 
+// What the converter gives of each pixel: red, green and blue, or these and alpha.
+enum class RawPixels { kOpaque, kAll };
+
+// What it is called there.
+const char* NameOf(RawPixels pixels);
+
 // The words for an output of such pictures to the pipe.
-Words RawOutput();
+Words RawOutput(RawPixels pixels);
 
 // Cuts what arrives in pieces into the pictures of a film.
 class RawPictures {
  public:
   // `picture` is called with each. It may take it: the next one comes in what it leaves, any.
-  RawPictures(const Film& film, std::function<void(RawPicture&)> picture);
+  RawPictures(const Film& film, RawPixels pixels, std::function<void(RawPicture&)> picture);
 
   void Take(std::string_view piece);
 
@@ -34,9 +40,10 @@ class RawPictures {
  private:
   std::function<void(RawPicture&)> picture_;
   bool keepsFree_;
+  std::size_t bytesAPixel_;
   std::size_t pixels_;
   RawPicture current_;
-  // The bytes of it that are there.
+  // The bytes of it that are there, at its end.
   std::size_t filled_ = 0;
   std::size_t count_ = 0;
 };

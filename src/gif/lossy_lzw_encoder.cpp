@@ -157,10 +157,10 @@ bool LossyLzwEncoder::Begin(const LossyPixel& pixel, int entry, float cost) {
 // behind.
 int LossyLzwEncoder::FarthestToBegin(const LossyPixel& pixel) const {
   const float most = std::min(kFirstBits * bitPrice_, prices_.Worth(pixel) - best_.gain + behind_);
-  const float square = static_cast<float>(pixel.Least()) + most / pixel.weight;
-  const float reach =
-      std::sqrt(static_cast<float>(pixel.drawn)) + std::sqrt(std::max(0.0F, square));
-  return static_cast<int>(reach * reach);
+  const auto nearest = static_cast<float>(pixel.drawn);
+  const float farthest = std::max(0.0F, static_cast<float>(pixel.Least()) + most / pixel.weight);
+  // The square of the sum of the two ways.
+  return static_cast<int>(nearest + farthest + 2 * std::sqrt(nearest * farthest));
 }
 
 void LossyLzwEncoder::GoOnAll(std::span<const LossyPixel> rest) {
