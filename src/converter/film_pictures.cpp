@@ -1,6 +1,7 @@
 #include "converter/film_pictures.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,9 +16,9 @@
 namespace animate {
 namespace {
 
-// About what the converter takes beside the writer of a large film, which it does not here: both
-// kinds need nearly the same.
-constexpr std::size_t kMostKeptBytes = 64U << 20U;
+// With them and the writer of a film that small there is memory for two converters, or for one.
+constexpr std::size_t kMostBytesOfSmall = 48U << 20U;
+constexpr std::size_t kMostKeptBytes = 112U << 20U;
 
 RawPixels PixelsOf(const Film& film) {
   return film.freePixels == Film::FreePixels::kKept ? RawPixels::kAll : RawPixels::kOpaque;
@@ -27,29 +28,36 @@ std::string WholePixels(const Film& film) {
   return std::string("format=") + NameOf(PixelsOf(film));
 }
 
-bool AreSmall(const Film& film) {
-  const std::size_t bytes = sizeof(::Colour) * static_cast<std::size_t>(film.size.width) *
-                            static_cast<std::size_t>(film.size.height);
-  return film.shown.size() <= kMostKeptBytes / bytes;
+std::size_t BytesOf(const Film& film) {
+  return film.shown.size() * BytesOf(PixelsOf(film)) * static_cast<std::size_t>(film.size.width) *
+         static_cast<std::size_t>(film.size.height);
 }
 
 }  // namespace
 
 FilmPictures::FilmPictures(const Converter& converter, const Film& film, const Staging& staging)
-    : converter_(converter), film_(film), staging_(staging), keeps_(AreSmall(film)) {}
+    : converter_(converter), film_(film), staging_(staging), bytes_(BytesOf(film)) {}
+
+bool FilmPictures::AreSmall() const {
+  return bytes_ <= kMostBytesOfSmall;
+}
+
+bool FilmPictures::AreKept() const {
+  return bytes_ <= kMostKeptBytes;
+}
 
 void FilmPictures::First(const Take& take) {
   Read(FilmAndSmall(film_, WholePixels(film_)), SmallOutput(film_, kPlannedPictures),
        [&](RawPicture& picture) {
          take(picture);
-         if (keeps_) {
-           kept_.push_back(std::move(picture));
+         if (AreKept()) {
+           kept_.push_back(Packed(picture, PixelsOf(film_)));
          }
        });
 }
 
 void FilmPictures::PrepareSecond() {
-  if (!keeps_) {
+  if (!AreKept()) {
     second_ = std::async(std::launch::async, [this, taken = take_.get_future()]() mutable {
       Take take;
       ReadAgain([&](const RawPicture& picture) {
@@ -66,12 +74,12 @@ void FilmPictures::Second(const Take& take) {
   if (second_.valid()) {
     take_.set_value(take);
     second_.get();
-  } else if (!keeps_) {
+  } else if (!AreKept()) {
     ReadAgain(take);
   }
-  for (const RawPicture& picture : kept_) {
+  for (std::vector<std::uint8_t>& picture : kept_) {
     StopIfInterrupted();
-    take(picture);
+    take(Unpacked(std::exchange(picture, {}), PixelsOf(film_)));
   }
 }
 

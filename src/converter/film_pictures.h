@@ -1,6 +1,8 @@
 // The planned pictures of a film, gone through once or twice.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <future>
 #include <string>
@@ -13,7 +15,8 @@
 
 namespace animate {
 
-// Small ones are kept, of large ones the converter makes the second time what it made the first.
+// They are kept where there is memory for them; of larger films the converter makes the second time
+// what it made the first.
 class FilmPictures {
  public:
   using Take = std::function<void(const RawPicture&)>;
@@ -26,8 +29,11 @@ class FilmPictures {
   // Failure when the converter fails or the user wishes to stop.
   void First(const Take& take);
 
+  // Whether they are so small that there is memory for another converter from the beginning on.
+  bool AreSmall() const;
+
   // Whether the converter has nothing to do the second time.
-  bool AreKept() const { return keeps_; }
+  bool AreKept() const;
 
   // Starts the converter for the second time, where it is needed, while the first one is still at
   // work: it has a picture at once then. For when there has to be a second time.
@@ -44,8 +50,9 @@ class FilmPictures {
   const Converter& converter_;
   const Film& film_;
   const Staging& staging_;
-  bool keeps_;
-  std::vector<RawPicture> kept_;
+  // Of all of them.
+  std::size_t bytes_;
+  std::vector<std::vector<std::uint8_t>> kept_;
   // Its end waits for the first picture to be taken: the promise ends before it.
   std::future<void> second_;
   std::promise<Take> take_;

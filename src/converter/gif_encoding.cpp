@@ -93,7 +93,7 @@ std::uint64_t WriteLossily(const Film& film, const FilmColours& colours, FilmPic
                         SinkOf(file));
   std::size_t done = 0;
   pictures.Second([&](const RawPicture& picture) {
-    if (done + 1 == film.shown.size() && !pictures.AreKept()) {
+    if (done + 1 == film.shown.size() && !pictures.AreSmall()) {
       // The converter that gave the pictures is done, and its memory free.
       steps.begun(colours.AreFew());
     }
@@ -117,12 +117,12 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
   const auto mayLose = [&] { return !colours.AreFew() || mayLoseFew; };
   ExactGif exact(film, staging.Folder());
   std::size_t done = 0;
-  if (pictures.AreKept()) {
+  if (pictures.AreSmall()) {
     steps.begun(false);
   }
   pictures.First([&](const RawPicture& picture) {
     std::optional<GifScreen> entries = colours.Add(picture);
-    if (done == 0 && entries && pictures.AreKept()) {
+    if (done == 0 && entries && pictures.AreSmall()) {
       steps.begun(true);
     }
     if (entries) {

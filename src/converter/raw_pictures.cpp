@@ -25,13 +25,12 @@ void Settle(RawPicture& picture) {
   }
 }
 
-// Has the pixels of a picture that are in its last three quarters of bytes, three each. Each is
-// written no later than the bytes of the next are read.
-void Spread(RawPicture& picture) {
-  const std::size_t count = picture.size();
-  const auto* from = reinterpret_cast<const std::uint8_t*>(picture.data()) + count;
-  for (std::size_t place = 0; place < count; ++place, from += 3) {
-    picture[place] = {from[0], from[1], from[2], 255};
+// Has the pixels of which there are three bytes each from `from` on. These may be the end of the
+// picture itself: no pixel reaches to the bytes of the next.
+void Spread(const std::uint8_t* from, RawPicture& picture) {
+  for (::Colour& pixel : picture) {
+    pixel = {from[0], from[1], from[2], 255};
+    from += 3;
   }
 }
 
@@ -39,6 +38,10 @@ void Spread(RawPicture& picture) {
 
 const char* NameOf(RawPixels pixels) {
   return pixels == RawPixels::kAll ? "rgba" : "rgb24";
+}
+
+std::size_t BytesOf(RawPixels pixels) {
+  return pixels == RawPixels::kAll ? kBytesAPixel : kBytesAPixel - 1;
 }
 
 Words RawOutput(RawPixels pixels) {
@@ -49,7 +52,7 @@ RawPictures::RawPictures(const Film& film, RawPixels pixels,
                          std::function<void(RawPicture&)> picture)
     : picture_(std::move(picture)),
       keepsFree_(film.freePixels == Film::FreePixels::kKept),
-      bytesAPixel_(pixels == RawPixels::kAll ? kBytesAPixel : kBytesAPixel - 1),
+      bytesAPixel_(BytesOf(pixels)),
       pixels_(static_cast<std::size_t>(film.size.width) *
               static_cast<std::size_t>(film.size.height)) {}
 
@@ -64,7 +67,7 @@ void RawPictures::Take(std::string_view piece) {
     filled_ += count;
     if (filled_ == bytes) {
       if (bytesAPixel_ != kBytesAPixel) {
-        Spread(current_);
+        Spread(reinterpret_cast<const std::uint8_t*>(current_.data()) + begin, current_);
       }
       if (keepsFree_) {
         Settle(current_);
@@ -74,6 +77,32 @@ void RawPictures::Take(std::string_view piece) {
       ++count_;
     }
   }
+}
+
+std::vector<std::uint8_t> Packed(const RawPicture& picture, RawPixels pixels) {
+  std::vector<std::uint8_t> bytes(picture.size() * BytesOf(pixels));
+  if (pixels == RawPixels::kAll) {
+    std::memcpy(bytes.data(), picture.data(), bytes.size());
+    return bytes;
+  }
+  std::uint8_t* to = bytes.data();
+  for (const ::Colour& pixel : picture) {
+    to[0] = pixel.red;
+    to[1] = pixel.green;
+    to[2] = pixel.blue;
+    to += 3;
+  }
+  return bytes;
+}
+
+RawPicture Unpacked(const std::vector<std::uint8_t>& bytes, RawPixels pixels) {
+  RawPicture picture(bytes.size() / BytesOf(pixels));
+  if (pixels == RawPixels::kAll) {
+    std::memcpy(picture.data(), bytes.data(), bytes.size());
+  } else {
+    Spread(bytes.data(), picture);
+  }
+  return picture;
 }
 
 std::string FingerprintOf(const RawPicture& picture) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -20,8 +21,9 @@ using RawPicture = std::vector<::Colour>;
 // What the converter gives of each pixel: red, green and blue, or these and alpha.
 enum class RawPixels { kOpaque, kAll };
 
-// What it is called there.
+// What it is called there, and how many bytes a pixel has.
 const char* NameOf(RawPixels pixels);
+std::size_t BytesOf(RawPixels pixels);
 
 // The words for an output of such pictures to the pipe.
 Words RawOutput(RawPixels pixels);
@@ -47,6 +49,10 @@ class RawPictures {
   std::size_t filled_ = 0;
   std::size_t count_ = 0;
 };
+
+// A picture in as few bytes as it came in, and what it was again.
+std::vector<std::uint8_t> Packed(const RawPicture& picture, RawPixels pixels);
+RawPicture Unpacked(const std::vector<std::uint8_t>& bytes, RawPixels pixels);
 
 // What tells a picture from every other one.
 std::string FingerprintOf(const RawPicture& picture);
