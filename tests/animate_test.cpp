@@ -285,11 +285,14 @@ TEST_F(AnimateTest, MakesGifsOfFewColoursAndOfMany) {
   FillNumbered({10, 40, 60});
   EXPECT_EQ(Run({"few.gif", "--quality", "50"}).exitStatus, 0);
   EXPECT_THAT(Levels("few.gif"), ElementsAre(10, 40, 60));
-  // Many colours that come late, and pictures too large to be kept.
+  // Many colours that come late, and films of sizes that are kept or not.
   const std::string noise = Drawn("color=black:s=16x16,format=rgb24,noise=alls=100", "png");
-  Fill({{"f1.png", Sample(1, "png")}, {"f2.png", Sample(2, "png")}, {"f3.png", noise}});
-  for (const char* size : {"64x64", "2400x2400"}) {
-    const ProgramResult result = Run({"many.gif", "--overwrite", "--size", size});
+  for (const auto& [last, size, quality] : {std::tuple{"f3.png", "64x64", "80"},
+                                            {"f3.png", "2400x2400", "80"},
+                                            {"f60.png", "880x880", "79"}}) {
+    Fill({{"f1.png", Sample(1, "png")}, {"f2.png", Sample(2, "png")}, {last, noise}});
+    const ProgramResult result =
+        Run({"many.gif", "--overwrite", "--fill-gaps", "--size", size, "--quality", quality});
     EXPECT_EQ(result.exitStatus, 0) << result.errors;
     EXPECT_EQ(Levels("many.gif")[1], 2);
   }
