@@ -144,6 +144,9 @@ TEST(Comparing, TellsOtherAndNeighbouringPicturesFromWhatACoderLoses) {
       {30, {100, 115, 100}, {100, 103, 100}, "12 at 1"},
       {50, {100, 116, 100}, {100, 107, 100}, "shows a neighbour's picture", "gif"},
       {49, {100, 116, 100}, {100, 103, 100}, "13 at 1", "gif"},
+      // A difference that every pixel of a GIF may be left behind by.
+      {20, {100, 149, 100}, {100, 100, 100}, "49 at 1", "gif"},
+      {20, {100, 150, 100}, {100, 104, 100}, "shows a neighbour's picture", "gif"},
       {80, {100, 100}, {100, 100, 100}, "does not show as many pictures"},
   };
   for (const auto& c : kCases) {

@@ -16,7 +16,8 @@
 namespace animate {
 namespace {
 
-// With them and the writer of a film that small there is memory for two converters, or for one.
+// Beside so many bytes of pictures, and the writer, there is memory for two converters, and for
+// one.
 constexpr std::size_t kMostBytesOfSmall = 48U << 20U;
 constexpr std::size_t kMostKeptBytes = 112U << 20U;
 

@@ -94,7 +94,7 @@ std::uint64_t WriteLossily(const Film& film, const FilmColours& colours, FilmPic
   std::size_t done = 0;
   pictures.Second([&](const RawPicture& picture) {
     if (done + 1 == film.shown.size() && !pictures.AreSmall()) {
-      // The converter that gave the pictures is done, and its memory free.
+      // What gave the pictures, or kept them, has given its memory back.
       steps.begun(colours.AreFew());
     }
     writer.Add(picture, GifDelay(done, film.rate));
@@ -111,11 +111,12 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
                const fs::path& target, const EncodingSteps& steps) {
   FilmPictures pictures(converter, film, staging);
   const bool mayLoseFew = film.quality < kExactFrom;
-  // As many as come while a converter starts.
-  const std::size_t last = std::min<std::size_t>(film.shown.size() - 1, 8);
   FilmColours colours(mayLoseFew);
   const auto mayLose = [&] { return !colours.AreFew() || mayLoseFew; };
   ExactGif exact(film, staging.Folder());
+  // So many pictures come while a converter starts.
+  constexpr std::size_t kWhileStarting = 8;
+  const std::size_t leftToPrepare = std::min(film.shown.size() - 1, kWhileStarting);
   std::size_t done = 0;
   if (pictures.AreSmall()) {
     steps.begun(false);
@@ -129,7 +130,7 @@ void EncodeGif(const Converter& converter, const Film& film, const Staging& stag
       exact.Add(picture, *std::move(entries), colours.Few(), GifDelay(done, film.rate));
     }
     steps.progress(++done);
-    if (film.shown.size() - done == last && mayLose()) {
+    if (film.shown.size() - done == leftToPrepare && mayLose()) {
       pictures.PrepareSecond();
     }
   });

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <iterator>
@@ -12,6 +13,7 @@
 #include "film/failure.h"
 #include "film/interruption.h"
 #include "film/quoted.h"
+#include "gif/lossy_gif_writer.h"
 #include "platform/input_file.h"
 
 namespace animate {
@@ -21,8 +23,11 @@ namespace {
 constexpr int kSmallestCell = 16;
 constexpr int kMostCells = 32;
 
+// From which difference on two planned pictures have to be told apart.
+constexpr int kTellable = 16;
+
 // What coders may lose, of 255: in the mean of a cell, in that of a whole picture, and as a part of
-// the way to a neighbour's picture.
+// the way to a neighbour's picture that differs by so much.
 struct Allowance {
   // From which quality on, and of pictures how wide and how high at least.
   int quality = 1;
@@ -30,6 +35,7 @@ struct Allowance {
   int cell = 0;
   int mean = 0;
   double way = 0;
+  int tellable = kTellable;
 };
 
 // Measured with noise, hard edges, thin lines, flat and smooth colours in every format, and each
@@ -46,6 +52,11 @@ constexpr Allowance kExact = {1, 1, 4, 4, 0.5};
 
 // Of a few pixels, whose colours are stored in halves, little is left.
 constexpr Allowance kOfFewPixels = {1, 1, 64, 64, 2};
+
+// By how much a pixel of a GIF may be left behind.
+int LagAt(int quality) {
+  return static_cast<int>(std::sqrt(kBitsOfCode * BitPriceOf(quality)));
+}
 
 Allowance AllowanceOf(const Film& film) {
   const int side = std::min(film.size.width, film.size.height);
@@ -64,13 +75,11 @@ Allowance AllowanceOf(const Film& film) {
     found.mean = std::max(found.mean, kWithPalette.mean);
     if (film.quality < kWithPalette.quality) {
       found.way = std::max(found.way, kWayOfLagging);
+      found.tellable = std::max(found.tellable, LagAt(film.quality));
     }
   }
   return found;
 }
-
-// From which difference on two planned pictures have to be told apart.
-constexpr int kTellable = 16;
 
 // Of one cell alone the converter makes a wrong mean.
 constexpr int kLeastCells = 2;
@@ -143,8 +152,8 @@ int LargestDifference(const std::string& planned, const std::string& seen) {
 // Whether a picture is rather another planned one, if there is one that can be told from its own:
 // on the way from this to that it has come farther than is allowed.
 bool IsRather(const std::string& other, const std::string& own, const std::string& seen,
-              double allowedWay) {
-  if (other.empty() || LargestDifference(own, other) < kTellable) {
+              const Allowance& allowance) {
+  if (other.empty() || LargestDifference(own, other) < allowance.tellable) {
     return false;
   }
   double along = 0;
@@ -154,7 +163,7 @@ bool IsRather(const std::string& other, const std::string& own, const std::strin
     along += way * (Value(seen[place]) - Value(own[place]));
     whole += way * way;
   }
-  return along > whole * allowedWay;
+  return along > whole * allowance.way;
 }
 
 [[noreturn]] void Refuse(const Film& film, std::size_t number, const std::string& what,
@@ -217,7 +226,7 @@ Likeness ComparePictures(const Film& film, const std::filesystem::path& planned,
     if (difference > allowance.cell || LargestDifference(Mean(own), Mean(found)) > allowance.mean) {
       Refuse(film, number, "the finished " + name + " shows another picture", difference);
     }
-    if (IsRather(before, own, found, allowance.way) || IsRather(after, own, found, allowance.way)) {
+    if (IsRather(before, own, found, allowance) || IsRather(after, own, found, allowance)) {
       Refuse(film, number, "the finished " + name + " shows a neighbour's picture", difference);
     }
     if (difference > worst.difference) {

@@ -184,10 +184,9 @@ LossyLzwEncoder::Way LossyLzwEncoder::GoOn(const Way& way, const LossyPixel& pix
   const float costOfStaying = CostOfStaying(pixel);
   const int leastError = pixel.Least();
   // Most longer strings are too costly: whole numbers say so soonest.
-  const int mostError =
-      pixel.drawn == LossyPixel::kNever
-          ? -1
-          : leastError + static_cast<int>(std::max(-1.0F, mostCost / pixel.weight));
+  const int mostError = pixel.drawn == LossyPixel::kNever
+                            ? -1
+                            : leastError + static_cast<int>(mostCost / pixel.weight);
   Way next(-kForbidden, LzwStrings::kNone, 0);
   const auto add = [&](int longer, int entry) {
     float cost = costOfStaying;

@@ -34,7 +34,7 @@ class PixelPrices {
   static constexpr float kFirstDrawnBits = 2;
   static constexpr float kFirstStayingBits = 0.1F;
 
-  // To that so many pixels cost so much each.
+  // Brings a price nearer to what so many pixels have cost each.
   void Adjust(float& price, int pixels, float each) const {
     constexpr float kNew = 0.004F;
     constexpr float kMostBits = 6;
